@@ -1,0 +1,103 @@
+// Log lines. Every line goes to one of the host's two debug-output functions and begins with the module's file name and
+// the line of the accessor that it is about, so that a line leads to the accessor and not into the shared frame.
+#ifndef QMV_CORE_LOG_H
+#define QMV_CORE_LOG_H
+
+#include <cstdint>
+#include <type_traits>
+
+#include "core/format.h"
+#include "qmv/core.h"
+
+namespace qmv {
+
+enum class Module : std::uint8_t { kDb, kSensorRecords, kEventLog, kFru, kDynamicInstances };
+
+// Where a log line comes from. Each module's folder has a here() that makes one from the line of its call.
+struct Site {
+  Module module;
+  std::uint16_t line;
+};
+
+const char* file_name(Module module);
+
+// The text of a log line whose conversions behind "[%s:%d]" are exactly Letters.
+template <char... Letters>
+class Format {
+ public:
+  consteval Format(const char* text) : text_(text) {  // NOLINT(google-explicit-constructor): a form is filled with texts
+    Conversions conversions(text);
+    const bool begins_with_site = text[0] == '[' && conversions.next().letter == 's' && text[3] == ':' &&
+                                  conversions.next().letter == 'd' && text[6] == ']';
+    if (!begins_with_site) text_does_not_fit("a log line begins with [%s:%d]");
+    if (!(... && (conversions.next().letter == Letters))) text_does_not_fit("other conversions than values");
+    if (conversions.next().letter != 0) text_does_not_fit("more conversions than values");
+  }
+
+  constexpr const char* text() const { return text_; }
+
+ protected:
+  struct Unchecked {};
+  consteval Format(Unchecked, const char* text) : text_(text) {}
+
+ private:
+  const char* text_;
+};
+
+// A step that logs nothing.
+struct Silent {};
+inline constexpr Silent kSilent;
+
+// What a step of a shape says: a line without values, or nothing.
+class Message : public Format<> {
+ public:
+  consteval Message(const char* text) : Format(text) {}            // NOLINT(google-explicit-constructor)
+  consteval Message(Silent) : Format(Unchecked{}, nullptr) {}      // NOLINT(google-explicit-constructor)
+};
+
+// What a step says that knows a number of rows: a line that may name it, or nothing.
+class CountMessage : public Format<'d'> {
+ public:
+  consteval CountMessage(const char* text)  // NOLINT(google-explicit-constructor)
+      : Format(Unchecked{}, has_value(text) ? Format<'d'>(text).text() : Format<>(text).text()) {}
+
+ private:
+  static consteval bool has_value(const char* text) {
+    Conversions conversions(text);
+    conversions.next();
+    conversions.next();
+    return conversions.next().letter != 0;
+  }
+};
+
+inline constexpr int kErrorLevel = 130;
+inline constexpr int kTraceLevel = 135;
+
+// The traces of the shapes: a NULL text is a step that logs nothing.
+void trace(Site site, const char* text);
+void trace(Site site, const char* text, std::int32_t count);
+
+template <char Letter, class Value>
+inline constexpr bool kMatches = (Letter == 's' && std::is_convertible_v<Value, const char*>) ||
+                                 (Letter == 'd' && std::is_same_v<Value, std::int32_t>);
+
+// The only place where a format is not a literal: Format has checked it against its values.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+#pragma GCC diagnostic ignored "-Wformat-security"
+template <char... Letters, class... Values>
+void trace(Site site, Format<Letters...> format, Values... values) {
+  static_assert(sizeof...(Letters) == sizeof...(Values) && (... && kMatches<Letters, Values>));
+  HTRC_LINUXAPP_Runtime_DbgOut(kTraceLevel, format.text(), file_name(site.module), site.line, values...);
+}
+
+template <char... Letters, class... Values>
+void error(Site site, Format<Letters...> format, Values... values) {
+  static_assert(sizeof...(Letters) == sizeof...(Values) && (... && kMatches<Letters, Values>));
+  HTRC_LINUXAPP_DbgOut(kErrorLevel, format.text(), file_name(site.module), site.line, values...);
+}
+#pragma GCC diagnostic pop
+
+}  // namespace qmv
+
+#endif

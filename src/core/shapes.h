@@ -1,0 +1,139 @@
+// The shapes of the record accessors: count, get-all, get-one, set. Each is one ordinary function, compiled once; the
+// templates in front of it only check, while compiling, that the statement fits what it is filled with.
+#ifndef QMV_CORE_SHAPES_H
+#define QMV_CORE_SHAPES_H
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+#include "core/columns.h"
+#include "core/forms.h"
+#include "core/statement.h"
+
+namespace qmv {
+
+// The caller's pointer to a record pointer, of whatever record.
+class Out {
+ public:
+  template <class Record>
+  Out(Record** place) : place_(place) {}  // NOLINT(google-explicit-constructor): stands for any record's pointer
+  void store(void* block) const { std::memcpy(place_, &block, sizeof(block)); }
+
+ private:
+  void* place_;
+};
+
+// What a count function answered and counted.
+struct Counted {
+  std::int32_t status;
+  std::int32_t rows;
+};
+
+// Calls a count function for a get-all.
+template <class... Filter>
+Counted counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter...), sqlite3* db, Filter... filter) {
+  Counted result{kOk, 0};
+  result.status = count(db, &result.rows, filter...);
+  return result;
+}
+
+// The shapes proper. The variable arguments are those of the statement, the table's name first; of the set's two
+// statements both take the name and the record's columns, and the update goes on to take its keys.
+std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...);
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
+                          Counted counted, std::int32_t* count, Out records, ...);
+std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record, ...);
+std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...);
+
+// An allocation failure of a get-one or get-all: its trace, its status, and its statement, which stays open.
+std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer = OutOfMemory::kReturnsOne);
+
+// Whether a conversion takes a value: %q or %s in quotes for a text, %i or %d for an int32. A text of the record must be
+// bounded by its width, a text argument of the caller is NUL-terminated and has no bound.
+constexpr bool takes_text(Conversion conversion, std::size_t width) {
+  return (conversion.letter == 'q' || conversion.letter == 's') && conversion.quoted && conversion.precision == width;
+}
+constexpr bool takes_integer(Conversion conversion) {
+  return conversion.letter == 'i' || conversion.letter == 'd';
+}
+
+// Whether the next conversion is the table's name.
+constexpr bool takes_table(Conversion conversion) {
+  return conversion.letter == 'q' && conversion.precision == 0;
+}
+
+template <class Value>
+constexpr bool takes(Conversion conversion) {
+  if constexpr (std::is_same_v<Value, std::int32_t>) return takes_integer(conversion);
+  return std::is_same_v<Value, const char*> && takes_text(conversion, 0);
+}
+
+// Whether a statement takes the table's name and then values of these types, and nothing else.
+template <class... Values>
+constexpr bool fits(const char* text) {
+  Conversions conversions(text);
+  return takes_table(conversions.next()) && (... && takes<Values>(conversions.next())) &&
+         conversions.next().letter == 0;
+}
+
+// Whether the next conversions take the columns of a list.
+constexpr bool takes_columns(Conversions& conversions, const auto& list) {
+  for (std::size_t i = 0; i < list.table_columns(); ++i) {
+    const Column& column = list.column[i];
+    const Conversion conversion = conversions.next();
+    if (!(column.width == Column::kInteger ? takes_integer(conversion) : takes_text(conversion, column.width))) return false;
+  }
+  return true;
+}
+
+// Whether a statement takes the table's name and then the columns of these lists, and nothing else.
+constexpr bool fits_columns(const char* text, const auto&... lists) {
+  Conversions conversions(text);
+  return takes_table(conversions.next()) && (... && takes_columns(conversions, lists)) &&
+         conversions.next().letter == 0;
+}
+
+template <const auto& Form, class... Filter>
+std::int32_t get_count(Site site, sqlite3* db, std::int32_t* count, Filter... filter) {
+  static_assert(fits<Filter...>(Form.at_compile_time(Form.form.select)));
+  return count_rows(Form.form, site, db, count, text(Form.form, Form.form.table), filter...);
+}
+
+template <const auto& Form, const auto& List, class... Filter>
+std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* count,
+                     typename std::remove_cvref_t<decltype(List)>::Record** records, Filter... filter) {
+  static_assert(fits<Filter...>(Form.at_compile_time(Form.form.select)));
+  return get_all_rows(Form.form, site, List.layout, db, counted, count, records, text(Form.form, Form.form.table),
+                      filter...);
+}
+
+template <const auto& Form, const auto& List, class... Keys>
+std::int32_t get_one(Site site, sqlite3* db, typename std::remove_cvref_t<decltype(List)>::Record** record,
+                     Keys... keys) {
+  static_assert(fits<Keys...>(Form.at_compile_time(Form.form.select)));
+  return get_one_row(Form.form, site, List.layout, db, record, text(Form.form, Form.form.table), keys...);
+}
+
+// Hands the columns of a list, and then those of the keys, to the set shape.
+template <const auto& Form, const auto& List, const auto& Keys, class Record, std::size_t... Each, std::size_t... Key>
+std::int32_t set_columns(Site site, sqlite3* db, const Record& record, std::index_sequence<Each...>,
+                         std::index_sequence<Key...>) {
+  return set_row(Form.form, site, db, text(Form.form, Form.form.table), value<List, Each>(record)...,
+                 value<Keys, Key>(record)...);
+}
+
+template <const auto& Form, const auto& List, const auto& Keys>
+std::int32_t set(Site site, sqlite3* db, const typename std::remove_cvref_t<decltype(List)>::Record* record) {
+  static_assert(fits_columns(Form.at_compile_time(Form.form.insert), List));
+  static_assert(fits_columns(Form.at_compile_time(Form.form.update), List, Keys));
+  return set_columns<Form, List, Keys>(site, db, *record, std::make_index_sequence<List.table_columns()>{},
+                                       std::make_index_sequence<Keys.table_columns()>{});
+}
+
+}  // namespace qmv
+
+#endif

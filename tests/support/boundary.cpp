@@ -1,0 +1,179 @@
+#include "support/boundary.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ostream>
+#include <utility>
+
+#include "qmv/core.h"
+
+namespace qmv::test {
+
+namespace {
+
+// True when the countdown of a single fault ends with this call.
+bool due(int& countdown) {
+  return countdown > 0 && --countdown == 0;
+}
+
+// Takes the answer of this call out of the faults, if it has one, and brings the others one call nearer.
+bool take(Faults& faults, int& code) {
+  Faults nearer;
+  bool found = false;
+  for (const auto& [call, answer] : faults) {
+    if (call == 1) {
+      code = answer;
+      found = true;
+    } else {
+      nearer[call - 1] = answer;
+    }
+  }
+  faults = nearer;
+  return found;
+}
+
+void record(int level, const char* format, va_list arguments) {
+  va_list copy;
+  va_copy(copy, arguments);
+  const std::string module = va_arg(copy, const char*);
+  const int line = va_arg(copy, int);
+  va_end(copy);
+  char whole[8192];
+  std::vsnprintf(whole, sizeof(whole), format, arguments);
+  const std::string site = "[" + module + ":" + std::to_string(line) + "]";
+  const std::string text = whole;
+  boundary().log.push_back({level, module, text.rfind(site, 0) == 0 ? text.substr(site.size()) : text, line});
+}
+
+}  // namespace
+
+void PrintTo(const LogLine& line, std::ostream* out) {
+  *out << line.level << " [" << line.module << "]" << line.text;
+}
+
+Boundary& boundary() {
+  static Boundary only;
+  return only;
+}
+
+std::string redirected(const std::string& path) {
+  for (const char* fixed : {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db", "/etc/Association.db"}) {
+    if (path == fixed) return boundary().fixed_files + path.substr(path.rfind('/'));
+  }
+  return path;
+}
+
+}  // namespace qmv::test
+
+using qmv::test::boundary;
+
+extern "C" {
+
+void HTRC_LINUXAPP_DbgOut(int level, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  qmv::test::record(level, format, arguments);
+  va_end(arguments);
+}
+
+void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  qmv::test::record(level, format, arguments);
+  va_end(arguments);
+}
+
+void* __real_calloc(std::size_t count, std::size_t size);
+void* __real_malloc(std::size_t size);
+char* __real_sqlite3_vmprintf(const char* format, va_list arguments);
+void __real_sqlite3_free(void* memory);
+int __real_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context);
+
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+  ++boundary().allocations;
+  return qmv::test::due(boundary().fail_allocation) ? nullptr : __real_calloc(count, size);
+}
+
+void* __wrap_malloc(std::size_t size) {
+  ++boundary().allocations;
+  return qmv::test::due(boundary().fail_allocation) ? nullptr : __real_malloc(size);
+}
+
+unsigned __wrap_sleep(unsigned seconds) {
+  boundary().sleeps.push_back(seconds);
+  boundary().while_sleeping();
+  return 0;
+}
+
+int __wrap_sqlite3_open(const char* path, sqlite3** db) {
+  boundary().opened.emplace_back(path);
+  return __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
+}
+
+int __wrap_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context) {
+  boundary().busy_handler = handler;
+  ++boundary().busy_handlers_installed;
+  return __real_sqlite3_busy_handler(db, handler, context);
+}
+
+char* __wrap_sqlite3_vmprintf(const char* format, va_list arguments) {
+  if (qmv::test::due(boundary().fail_text)) return nullptr;
+  char* text = __real_sqlite3_vmprintf(format, arguments);
+  if (text != nullptr) boundary().texts_alive.insert(text);
+  return text;
+}
+
+char* __wrap_sqlite3_mprintf(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  char* text = __wrap_sqlite3_vmprintf(format, arguments);
+  va_end(arguments);
+  return text;
+}
+
+void __wrap_sqlite3_free(void* memory) {
+  boundary().texts_alive.erase(memory);
+  __real_sqlite3_free(memory);
+}
+
+int __wrap_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context,
+                        char** error) {
+  boundary().statements.emplace_back(text == nullptr ? "(null)" : text);
+  int code = 0;
+  if (qmv::test::take(boundary().execs, code)) return code;
+  code = __real_sqlite3_exec(db, text, row, context, error);
+  if (error != nullptr && *error != nullptr) boundary().texts_alive.insert(*error);
+  return code;
+}
+
+int __wrap_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_stmt** statement, const char** tail) {
+  boundary().statements.emplace_back(text == nullptr ? "(null)" : std::string(text, static_cast<std::size_t>(length)));
+  boundary().tails.push_back(tail != nullptr);
+  if (boundary().change && boundary().statements.back().rfind(boundary().change_before, 0) == 0) {
+    std::exchange(boundary().change, nullptr)();
+  }
+  if (qmv::test::due(boundary().fail_prepare)) return SQLITE_INTERNAL;
+  if (qmv::test::due(boundary().miss_statement)) {
+    *statement = nullptr;
+    return SQLITE_OK;
+  }
+  const int code = __real_sqlite3_prepare(db, text, length, statement, tail);
+  if (code == SQLITE_OK && *statement != nullptr) ++boundary().statements_alive;
+  return code;
+}
+
+int __wrap_sqlite3_step(sqlite3_stmt* statement) {
+  int code = 0;
+  return qmv::test::take(boundary().steps, code) ? code : __real_sqlite3_step(statement);
+}
+
+int __wrap_sqlite3_finalize(sqlite3_stmt* statement) {
+  if (statement != nullptr) --boundary().statements_alive;
+  const int real = __real_sqlite3_finalize(statement);
+  int code = 0;
+  return qmv::test::take(boundary().finalizes, code) ? code : real;
+}
+
+}  // extern "C"

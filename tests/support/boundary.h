@@ -1,0 +1,73 @@
+// The library's boundary, taken over at link time: what it calls outside is recorded, and can be redirected or made to
+// fail. Faults are counted from the moment that they are asked for: 1 is the next call of that kind.
+#ifndef QMV_TESTS_SUPPORT_BOUNDARY_H
+#define QMV_TESTS_SUPPORT_BOUNDARY_H
+
+#include <sqlite3.h>
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace qmv::test {
+
+// One line that the host was given.
+struct LogLine {
+  int level;
+  std::string module;
+  std::string text;  // without the "[file:line]" in front
+  int line = 0;      // not compared
+
+  bool operator==(const LogLine& other) const {
+    return level == other.level && module == other.module && text == other.text;
+  }
+};
+void PrintTo(const LogLine& line, std::ostream* out);
+
+// Answers of chosen calls: the n-th call from now on gets the code in place of being made.
+using Faults = std::map<int, int>;
+
+struct Boundary {
+  std::vector<LogLine> log;
+  std::vector<std::string> statements;  // every text that SQLite was given, in order
+  std::vector<bool> tails;              // whether each sqlite3_prepare was given a place for the tail
+  std::vector<unsigned> sleeps;         // seconds
+  std::vector<std::string> opened;      // paths
+  int (*busy_handler)(void*, int) = nullptr;
+  int busy_handlers_installed = 0;
+  std::set<void*> texts_alive;   // formatted by SQLite and not released
+  int statements_alive = 0;      // prepared and not finalised
+  int allocations = 0;
+
+  std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
+  int fail_allocation = 0;
+  int fail_text = 0;
+  int miss_statement = 0;  // prepared with success, but there is none
+  int fail_prepare = 0;    // with SQLITE_INTERNAL
+  Faults steps, execs, finalizes;
+  std::function<void()> while_sleeping = [] {};
+  // What another process does right before the library prepares a statement that begins so; it does it once.
+  std::string change_before;
+  std::function<void()> change;
+};
+
+// The boundary of the test that runs.
+Boundary& boundary();
+
+// A path that the library opens by its fixed name, as it is on this machine during the test.
+std::string redirected(const std::string& path);
+
+}  // namespace qmv::test
+
+// The calls as they are without the wrapping, for tests that prepare and look at databases.
+extern "C" {
+int __real_sqlite3_open(const char* path, sqlite3** db);
+int __real_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context, char** error);
+int __real_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_stmt** statement, const char** tail);
+int __real_sqlite3_step(sqlite3_stmt* statement);
+int __real_sqlite3_finalize(sqlite3_stmt* statement);
+}
+
+#endif
