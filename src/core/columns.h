@@ -36,15 +36,29 @@ constexpr Column column(std::uint32_t offset, std::uint32_t index = kNextIndex) 
   } else {
     static_assert(std::is_same_v<Member, std::int32_t>);
   }
-  if (made.offset != offset || made.index != index || made.width == Column::kCopy) column_does_not_fit("widen a bit field");
+  if (made.offset != offset || made.index != index || made.width == Column::kCopy)
+    column_does_not_fit("widen a bit field");
   return made;
 }
 
-// In the scope of these, Record names the record: a column that fills a member, the same at an index of its own, and a
-// member that repeats what an earlier column gave.
+// A text column whose text runs on over the members behind its own, up to the end of the record. Only for new records:
+// what it does not reach stays as it is.
+constexpr Column running_column(std::uint32_t offset, std::uint32_t record_size, std::uint32_t index = kNextIndex) {
+  const Column made{.index = index & 0xff, .offset = offset & 0x3fff, .width = (record_size - offset) & 0x3ff};
+  if (made.width != record_size - offset || made.width == Column::kCopy) column_does_not_fit("widen a bit field");
+  return made;
+}
+
+// In the scope of these, Record names the record: a column that fills a member, the same at an index of its own, one
+// whose text runs on, and a member that repeats what an earlier column gave.
 #define QMV_COLUMN(member) ::qmv::column<decltype(Record{}.member)>(offsetof(Record, member))
 #define QMV_COLUMN_AT(index, member) ::qmv::column<decltype(Record{}.member)>(offsetof(Record, member), index)
-#define QMV_COPY_OF(index, member) ::qmv::Column{index, offsetof(Record, member), ::qmv::Column::kCopy}
+#define QMV_RUNNING_COLUMN(member) QMV_RUNNING_COLUMN_AT(::qmv::kNextIndex, member)
+#define QMV_RUNNING_COLUMN_AT(index, member) ::qmv::running_column(offsetof(Record, member), sizeof(Record), index)
+#define QMV_COPY_OF(index, member)                        \
+  ::qmv::Column {                                         \
+    index, offsetof(Record, member), ::qmv::Column::kCopy \
+  }
 
 // What the type-erased readers see of a list: its size, with the columns right behind it.
 struct Layout {

@@ -5,6 +5,7 @@
 #include <cstdarg>
 #include <cstdlib>
 
+#include "core/own_connection.h"
 #include "core/statement.h"
 #include "core/status.h"
 
@@ -47,7 +48,8 @@ std::int32_t qmv::execute(sqlite3* db, const char* format, va_list arguments) {
   char* message = nullptr;
   const std::int32_t code = sqlite3_exec(db, text.get(), nullptr, nullptr, &message);
   if (code != SQLITE_OK) {
-    // QUIRK: The line that speaks of success is written on failure, and only there. SQLite's own text is dropped unread.
+    // QUIRK: The line that speaks of success is written on failure, and only there. SQLite's own text is dropped
+    // unread.
     trace(here(), Message("[%s:%d]Successfully execute the SQLite query"));
     sqlite3_free(message);
   }
@@ -55,7 +57,7 @@ std::int32_t qmv::execute(sqlite3* db, const char* format, va_list arguments) {
 }
 
 std::int32_t db_init(sqlite3** db) noexcept {
-  return open_database("/tmp/cim.db", db, here());
+  return open_database(kInstanceDatabase, db, here());
 }
 
 std::int32_t tmp_db_init(sqlite3** db) noexcept {

@@ -29,7 +29,8 @@ class Conversions {
     if (*at_ == 0) return {};
     Conversion found{.letter = 0, .precision = 0, .quoted = before == '\''};
     if (*++at_ == '.') {
-      while (*++at_ >= '0' && *at_ <= '9') found.precision = found.precision * 10 + static_cast<std::size_t>(*at_ - '0');
+      while (*++at_ >= '0' && *at_ <= '9')
+        found.precision = found.precision * 10 + static_cast<std::size_t>(*at_ - '0');
     }
     found.letter = *at_;
     if (*at_ != 0) ++at_;

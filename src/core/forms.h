@@ -1,8 +1,8 @@
 // Forms: what differs between the accessors of one shape, written with designated initialisers next to the accessor.
 //
-// A form is written with texts and stored with offsets: packed() lays the texts behind the form, in one constant without
-// a pointer. A pointer in a constant of a shared object costs twelve bytes on ARM, four for itself and eight for its
-// relocation, which is work at every start of every process besides; an offset costs two.
+// A form is written with texts and stored with offsets: packed() lays the texts behind the form, in one constant
+// without a pointer. A pointer in a constant of a shared object costs twelve bytes on ARM, four for itself and eight
+// for its relocation, which is work at every start of every process besides; an offset costs two.
 #ifndef QMV_CORE_FORMS_H
 #define QMV_CORE_FORMS_H
 
@@ -153,7 +153,9 @@ constexpr auto packed(Writer) {
   made.form = kWritten.stored([&made, &used]<class Kind>(Kind text) {
     if (text.text() == nullptr) return Stored<Kind>{0};
     const Stored<Kind> at{static_cast<std::uint16_t>(sizeof(Form) + used)};
-    for (std::size_t i = 0; i < size_with_end(text.text()); ++i) made.texts[used++] = text.text()[i];
+    const char* from = text.text();
+    do made.texts[used++] = *from;
+    while (*from++ != 0);
     return at;
   });
   return made;

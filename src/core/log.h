@@ -25,7 +25,8 @@ const char* file_name(Module module);
 template <char... Letters>
 class Format {
  public:
-  consteval Format(const char* text) : text_(text) {  // NOLINT(google-explicit-constructor): a form is filled with texts
+  consteval Format(const char* text)
+      : text_(text) {  // NOLINT(google-explicit-constructor): a form is filled with texts
     Conversions conversions(text);
     const bool begins_with_site = text[0] == '[' && conversions.next().letter == 's' && text[3] == ':' &&
                                   conversions.next().letter == 'd' && text[6] == ']';
@@ -51,8 +52,8 @@ inline constexpr Silent kSilent;
 // What a step of a shape says: a line without values, or nothing.
 class Message : public Format<> {
  public:
-  consteval Message(const char* text) : Format(text) {}            // NOLINT(google-explicit-constructor)
-  consteval Message(Silent) : Format(Unchecked{}, nullptr) {}      // NOLINT(google-explicit-constructor)
+  consteval Message(const char* text) : Format(text) {}        // NOLINT(google-explicit-constructor)
+  consteval Message(Silent) : Format(Unchecked{}, nullptr) {}  // NOLINT(google-explicit-constructor)
 };
 
 // What a step says that knows a number of rows: a line that may name it, or nothing.

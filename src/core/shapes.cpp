@@ -35,7 +35,10 @@ std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, s
   va_start(arguments, count);
   const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments, Tail::kOmitted);
   va_end(arguments);
-  if (code != SQLITE_OK) return kFailure;
+  return code == SQLITE_OK ? read_count(form, site, statement, count) : kFailure;
+}
+
+std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& statement, std::int32_t* count) {
   if (statement.missing()) {
     trace(site, Message("[%s:%d]No records found"));
     return form.without_statement;
@@ -53,8 +56,8 @@ std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, s
   return finalized;
 }
 
-std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
-                          Counted counted, std::int32_t* count, Out records, ...) {
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
+                          std::int32_t* count, Out records, ...) {
   records.store(nullptr);
   if (counted.status != kOk || counted.rows < 0) {
     trace(site, text(form, form.count_failed));
@@ -71,9 +74,12 @@ std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layou
   va_start(arguments, records);
   const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments);
   va_end(arguments);
-  if (code != SQLITE_OK) return kFailure;
+  return code == SQLITE_OK ? read_rows(form, site, layout, statement, counted.rows, records) : kFailure;
+}
 
-  const auto rows = static_cast<std::size_t>(counted.rows);
+std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, Statement& statement,
+                       std::int32_t count, Out records) {
+  const auto rows = static_cast<std::size_t>(count);
   auto* const block = static_cast<char*>(std::calloc(rows, layout.record_size));
   records.store(block);
   if (block == nullptr) return out_of_memory(site, statement);
@@ -89,7 +95,7 @@ std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layou
     trace(site, row_read);
     next += layout.record_size;
   }
-  trace(site, text(form, form.done), counted.rows);
+  trace(site, text(form, form.done), count);
   return statement.finalize();
 }
 

@@ -44,16 +44,21 @@ Counted counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter...), sqlit
 // The shapes proper. The variable arguments are those of the statement, the table's name first; of the set's two
 // statements both take the name and the record's columns, and the update goes on to take its keys.
 std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...);
-std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
-                          Counted counted, std::int32_t* count, Out records, ...);
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
+                          std::int32_t* count, Out records, ...);
 std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record, ...);
 std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...);
+
+// The second halves of count and get-all, from the compiled statement on, for accessors whose first half departs.
+std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& statement, std::int32_t* count);
+std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, Statement& statement,
+                       std::int32_t count, Out records);
 
 // An allocation failure of a get-one or get-all: its trace, its status, and its statement, which stays open.
 std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer = OutOfMemory::kReturnsOne);
 
-// Whether a conversion takes a value: %q or %s in quotes for a text, %i or %d for an int32. A text of the record must be
-// bounded by its width, a text argument of the caller is NUL-terminated and has no bound.
+// Whether a conversion takes a value: %q or %s in quotes for a text, %i or %d for an int32. A text of the record must
+// be bounded by its width, a text argument of the caller is NUL-terminated and has no bound.
 constexpr bool takes_text(Conversion conversion, std::size_t width) {
   return (conversion.letter == 'q' || conversion.letter == 's') && conversion.quoted && conversion.precision == width;
 }
@@ -85,7 +90,8 @@ constexpr bool takes_columns(Conversions& conversions, const auto& list) {
   for (std::size_t i = 0; i < list.table_columns(); ++i) {
     const Column& column = list.column[i];
     const Conversion conversion = conversions.next();
-    if (!(column.width == Column::kInteger ? takes_integer(conversion) : takes_text(conversion, column.width))) return false;
+    if (!(column.width == Column::kInteger ? takes_integer(conversion) : takes_text(conversion, column.width)))
+      return false;
   }
   return true;
 }

@@ -8,11 +8,14 @@ Statement::~Statement() {
   if (handle_ != nullptr) sqlite3_finalize(handle_);
 }
 
-std::int32_t Statement::compile(sqlite3* db, Site site, const SqlText& text, Tail tail) {
+std::int32_t Statement::prepare(sqlite3* db, const SqlText& text, Tail tail) {
   const char* rest = nullptr;
   const int length = text.get() == nullptr ? 0 : static_cast<int>(std::strlen(text.get()));
-  const std::int32_t code =
-      sqlite3_prepare(db, text.get(), length, &handle_, tail == Tail::kTaken ? &rest : nullptr);
+  return sqlite3_prepare(db, text.get(), length, &handle_, tail == Tail::kTaken ? &rest : nullptr);
+}
+
+std::int32_t Statement::compile(sqlite3* db, Site site, const SqlText& text, Tail tail) {
+  const std::int32_t code = prepare(db, text, tail);
   if (code != SQLITE_OK) log_compile_error(site, db);
   return code;
 }

@@ -42,8 +42,11 @@ class Statement {
   Statement& operator=(const Statement&) = delete;
   ~Statement();
 
-  // Compiles a text and logs when that fails. A text that could not be formatted is handed on as NULL, which SQLite
-  // answers with 21 (SQLITE_MISUSE). Returns SQLite's code; a success may leave the statement missing.
+  // Compiles a text. One that could not be formatted is handed on as NULL, which SQLite answers with 21
+  // (SQLITE_MISUSE). Returns SQLite's code; a success may leave the statement missing.
+  std::int32_t prepare(sqlite3* db, const SqlText& text, Tail tail = Tail::kTaken);
+
+  // The same, logging a failure.
   [[nodiscard]] std::int32_t compile(sqlite3* db, Site site, const SqlText& text, Tail tail = Tail::kTaken);
 
   bool missing() const { return handle_ == nullptr; }

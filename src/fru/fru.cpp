@@ -48,8 +48,9 @@ constexpr auto kGetAll = packed([] {
 constexpr auto kGetByAddress = packed([] {
   return GetOne{
       .table = "fru",
-      .select = "select * from %q where FruIDSlaveAddr=%i and \t\t\t\tDeviceAccessAddr=%i and LUNBusID=%i and "
-                "\t\t\t\tChannelNumber=%i;",
+      .select =
+          "select * from %q where FruIDSlaveAddr=%i and \t\t\t\tDeviceAccessAddr=%i and LUNBusID=%i and "
+          "\t\t\t\tChannelNumber=%i;",
       .no_statement = "[%s:%d]Fail to get FRU record. SQLite stmt is NULL",
       .no_row = "[%s:%d]Fail to get the FRU record",
       .reading = "[%s:%d]Get FRU record from database",
@@ -58,21 +59,23 @@ constexpr auto kGetByAddress = packed([] {
   };
 });
 
-// QUIRK: SQLite rejects the update for the comma in its where clause, so a row that exists keeps its values. Hosts count on
-// an inventory that is written once. Test: Fru.SetOnAnExistingKeyKeepsTheRow.
+// QUIRK: SQLite rejects the update for the comma in its where clause, so a row that exists keeps its values. Hosts
+// count on an inventory that is written once. Test: Fru.SetOnAnExistingKeyKeepsTheRow.
 constexpr auto kSet = packed([] {
   return Set{
       .table = "fru",
-      .insert = "insert into %q (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
-                "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
-                "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (%i, %i, %i, %i, "
-                "%i, %i, %i, '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', \t\t\t'%.256q', '%.256q', "
-                "'%.256q', '%.256q');",
-      .update = "update %q set FruIDSlaveAddr=%i, DeviceAccessAddr=%i, LUNBusID=%i, ChannelNumber=%i, EntityID=%i, "
-                "EntityInst=%i, IDStrLen=%i, DevIdStr='%.256q', ChassisSerNumber='%.256q', ChassisPartNumber='%.256q', "
-                "ChassisCustFields='%.256q', ProdSerNumber='%.256q', ProdPartNumber='%.256q' ,\t\t\tProdMfrName='%.256q', "
-                "BrdSerNumber='%.256q', BrdPartNumber='%.256q', BrdMfrName='%.256q' where FruIDSlaveAddr=%i and "
-                "DeviceAccessAddr=%i, \t\t\tLUNBusID=%i and ChannelNumber=%i ;",
+      .insert =
+          "insert into %q (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
+          "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
+          "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (%i, %i, %i, %i, "
+          "%i, %i, %i, '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', \t\t\t'%.256q', '%.256q', "
+          "'%.256q', '%.256q');",
+      .update =
+          "update %q set FruIDSlaveAddr=%i, DeviceAccessAddr=%i, LUNBusID=%i, ChannelNumber=%i, EntityID=%i, "
+          "EntityInst=%i, IDStrLen=%i, DevIdStr='%.256q', ChassisSerNumber='%.256q', ChassisPartNumber='%.256q', "
+          "ChassisCustFields='%.256q', ProdSerNumber='%.256q', ProdPartNumber='%.256q' ,\t\t\tProdMfrName='%.256q', "
+          "BrdSerNumber='%.256q', BrdPartNumber='%.256q', BrdMfrName='%.256q' where FruIDSlaveAddr=%i and "
+          "DeviceAccessAddr=%i, \t\t\tLUNBusID=%i and ChannelNumber=%i ;",
       .present = "[%s:%d]FRU record is already present with that key",
       .done = "[%s:%d]Successfully update the FRU record",
   };

@@ -1,0 +1,176 @@
+// FRUs joined with the sensors of their entity. The compact and the full family differ in the sensor table and in
+// texts.
+#include <cstdlib>
+
+#include "core/shapes.h"
+#include "instances/dynamic/site.h"
+#include "qmv/instances.h"
+
+namespace {
+
+using namespace qmv;
+using dynamic::here;
+using Record = fru_sdr_rec;
+
+constexpr char kCompact[] = "compact_sdr";
+constexpr char kFull[] = "full_sdr";
+
+// A row of the join, a FRU's inventory strings, and both together as the get-one selects them.
+constexpr auto kJoinColumns = columns<Record>(QMV_COLUMN(FruIDSlaveAddr), QMV_COLUMN(DeviceAccessAddr),
+                                              QMV_COLUMN(LUNBusID), QMV_COLUMN(ChannelNumber), QMV_COLUMN(EntityID),
+                                              QMV_COLUMN(EntityInst), QMV_COLUMN(IdStrLen), QMV_COLUMN(IdStr));
+constexpr auto kInventoryColumns =
+    columns<Record>(QMV_COLUMN(ChassisSerNumber), QMV_COLUMN(ChassisPartNumber), QMV_COLUMN(ChassisCustFields),
+                    QMV_COLUMN(ProdSerNumber), QMV_COLUMN(ProdPartNumber), QMV_COLUMN(ProdMfrName),
+                    QMV_COLUMN(BrdSerNumber), QMV_COLUMN(BrdPartNumber), QMV_COLUMN(BrdMfrName));
+constexpr auto kPairColumns = columns<Record>(
+    QMV_COLUMN(FruIDSlaveAddr), QMV_COLUMN(DeviceAccessAddr), QMV_COLUMN(LUNBusID), QMV_COLUMN(ChannelNumber),
+    QMV_COLUMN(EntityID), QMV_COLUMN(EntityInst), QMV_COLUMN(ChassisSerNumber), QMV_COLUMN(ChassisPartNumber),
+    QMV_COLUMN(ChassisCustFields), QMV_COLUMN(ProdSerNumber), QMV_COLUMN(ProdPartNumber), QMV_COLUMN(ProdMfrName),
+    QMV_COLUMN(BrdSerNumber), QMV_COLUMN(BrdPartNumber), QMV_COLUMN(BrdMfrName), QMV_COLUMN(IdStrLen),
+    QMV_COLUMN(IdStr));
+
+constexpr auto kCountCompact = packed([] {
+  return Count{
+      .table = "fru",
+      .select =
+          "select count(*) from %q \t    \t\tJOIN %q ON %q.EntityID = %q.EntityID and \t    \t\t%q.EntityInst = "
+          "%q.EntityInstance;",
+      .no_row = "[%s:%d]No Record found",
+      .done = "[%s:%d]Successfully returns the fru-compact_sdr count %d",
+  };
+});
+constexpr auto kCountFull = packed([] {
+  return Count{
+      .table = "fru",
+      .select =
+          "select count(*) from %q \t\t\tJOIN %q ON %q.EntityID = %q.EntityID and \t\t\t%q.EntityInst = "
+          "%q.EntityInstance;",
+      .no_row = "[%s:%d]No Records Found",
+      .done = "[%s:%d]Successfully returns the fru-full_sdr count %d",
+  };
+});
+
+// Reads the inventory strings of the FRU on whose row the join stands. Returns SQLite's code when that does not
+// compile.
+std::int32_t read_inventory(sqlite3* db, Site site, Statement& join, fru_sdr_rec* record) {
+  const auto key = [&join](int column) { return sqlite3_column_int(join.get(), column); };
+  SqlText text(sqlite3_mprintf(
+      "select ChassisSerNumber, ChassisPartNumber, \t\t\t    \t\tChassisCustFields, ProdSerNumber, ProdPartNumber, "
+      "ProdMfrName, \t\t\t    \t\tBrdSerNumber, BrdPartNumber, BrdMfrName from '%q' where \t\t\t    "
+      "\t\t%q.FruIDSlaveAddr==%i and %q.DeviceAccessAddr==%i and \t\t\t    \t\t%q.LUNBusID==%i and "
+      "%q.ChannelNumber==%i;",
+      "fru", "fru", key(0), "fru", key(1), "fru", key(2), "fru", key(3)));
+  Statement inventory;
+  const std::int32_t code = inventory.compile(db, site, text);
+  if (code != SQLITE_OK) {
+    // QUIRK: Neither is the text released nor the join finalised. Test:
+    // FruSensorJoins.GetAllStopsWhenTheInventoryDoesNotCompile.
+    text.leave_allocated();
+    join.leave_open();
+    return code;
+  }
+  if (inventory.missing()) return kOk;
+  trace(site, Message("[%s:%d]Get all Chassis, Board, Product info from FRU table"));
+  if (inventory.step() == SQLITE_ROW) read_row(inventory.get(), kInventoryColumns.layout, record, Before::kZero);
+  return kOk;
+}
+
+// Written out: a second statement reads the inventory strings row by row.
+std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, Counted pairs, std::int32_t* count,
+                           fru_sdr_rec** records, Format<> count_failed, Format<> done) {
+  *records = nullptr;
+  if (pairs.rows == 0) return kOk;
+  if (pairs.status != kOk || pairs.rows < 0) {
+    trace(site, count_failed);
+    return kFailure;
+  }
+  *count = pairs.rows;
+
+  const SqlText text(sqlite3_mprintf(
+      "select %q.FruIDSlaveAddr, %q.DeviceAccessAddr, \t    \t\t%q.LUNBusID, %q.ChannelNumber, %q.EntityID, "
+      "%q.EntityInst, \t    \t\t%q.IdStrLen, IdStr from %q \t    \t\tJOIN %q ON %q.EntityID = %q.EntityID and \t    "
+      "\t\t%q.EntityInst = %q.EntityInstance;",
+      "fru", "fru", "fru", "fru", "fru", "fru", "fru", "fru", sensors, "fru", sensors, "fru", sensors));
+  Statement join;
+  if (join.compile(db, site, text) != SQLITE_OK) return kFailure;
+  *records = static_cast<fru_sdr_rec*>(std::calloc(static_cast<std::size_t>(pairs.rows), sizeof(fru_sdr_rec)));
+  if (*records == nullptr) return out_of_memory(site, join);
+  if (join.missing()) return kOk;
+
+  trace(site, Message("[%s:%d]Get all Physical asset records from database"));
+  fru_sdr_rec* next = *records;
+  while (join.step() == SQLITE_ROW) {
+    if (next == *records + pairs.rows) continue;  // a row that appeared since the count
+    read_row(join.get(), kJoinColumns.layout, next, Before::kZero);
+    trace(site, Format<'d', 'd'>("[%s:%d]EntityID :: %d\n Entity Instance::%d\n"), next->EntityID, next->EntityInst);
+    const std::int32_t code = read_inventory(db, site, join, next);
+    if (code != SQLITE_OK) return code;
+    ++next;
+  }
+  trace(site, done);
+  return join.finalize();
+}
+
+// Written out: it reads before it steps, into the caller's record. IdStrLen is that of the length table.
+std::int32_t get_pair(sqlite3* db, Site site, const char* sensors, const char* length, std::int32_t EntityID,
+                      std::int32_t EntityInst, fru_sdr_rec* record) {
+  const SqlText text(sqlite3_mprintf(
+      "select FruIDSlaveAddr, DeviceAccessAddr, \t\t\tLUNBusID, ChannelNumber, %q.EntityID, EntityInstance, "
+      "ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, \t\t\tProdPartNumber, ProdMfrName, "
+      "BrdSerNumber, BrdPartNumber, \t\t\tBrdMfrName, %q.IdStrLen, IdStr from %q, %q where "
+      "\t\t\t%q.EntityID==%q.EntityID and %q.EntityInst==%q.EntityInstance \t\t\tand %q.EntityID == %i and EntityInst "
+      "== "
+      "%i;",
+      "fru", length, "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst));
+  Statement pair;
+  const std::int32_t code = pair.compile(db, site, text);
+  if (code != SQLITE_OK) return code;
+  constexpr Message kNone = "[%s:%d]Fail to get physical asset records";
+  if (pair.missing()) {
+    trace(site, kNone);
+    return kFailure;
+  }
+  trace(site, Message("[%s:%d]Get Physical asset record from database"));
+  if (pair.step() != SQLITE_ROW) {
+    trace(site, kNone);
+    return kFailure;
+  }
+  read_row(pair.get(), kPairColumns.layout, record, Before::kUnknown);
+  trace(site, Message("[%s:%d]Successfully got the Physical Assert"));
+  return kOk;
+}
+
+}  // namespace
+
+std::int32_t db_get_fru_compact_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
+  return count_rows(kCountCompact.form, here(), db, count, "fru", kCompact, "fru", kCompact, "fru", kCompact);
+}
+
+std::int32_t db_get_all_fru_compact_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
+  return get_all_pairs(db, here(), kCompact, counted(db_get_fru_compact_sdr_cnt, db), count, records,
+                       "[%s:%d]Fail to get physical asset records from compact_sdr",
+                       "[%s:%d]Successfully got all the Physical Assert from compact_sdr");
+}
+
+std::int32_t db_get_fru_compact_sdr(sqlite3* db, std::int32_t EntityID, std::int32_t EntityInst,
+                                    fru_sdr_rec* record) noexcept {
+  return get_pair(db, here(), kCompact, kCompact, EntityID, EntityInst, record);
+}
+
+std::int32_t db_get_fru_full_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
+  return count_rows(kCountFull.form, here(), db, count, "fru", kFull, "fru", kFull, "fru", kFull);
+}
+
+std::int32_t db_get_all_fru_full_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
+  return get_all_pairs(db, here(), kFull, counted(db_get_fru_full_sdr_cnt, db), count, records,
+                       "[%s:%d]Fail to get physical asset records from full_sdr",
+                       "[%s:%d]Successfully got all the Physical Assert from full_sdr");
+}
+
+// QUIRK: IdStrLen is the FRU's here, and the sensor's in db_get_fru_compact_sdr(). Test:
+// FruSensorJoins.GetOneTakesTheLengthFromTheSensorOrFromTheFru.
+std::int32_t db_get_fru_full_sdr(sqlite3* db, std::int32_t EntityID, std::int32_t EntityInst,
+                                 fru_sdr_rec* record) noexcept {
+  return get_pair(db, here(), kFull, "fru", EntityID, EntityInst, record);
+}
