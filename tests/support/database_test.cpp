@@ -16,7 +16,7 @@ void DatabaseTest::TearDown() {
   EXPECT_EQ(Lines(), logged()) << "lines that the test did not ask for";
   EXPECT_EQ(left_open_, boundary().statements_alive) << "statements left open";
   EXPECT_EQ(left_allocated_, boundary().texts_alive.size()) << "formatted texts left allocated";
-  for (void* text : boundary().texts_alive) sqlite3_free(text);
+  for (void* text : std::exchange(boundary().texts_alive, {})) sqlite3_free(text);
   while (sqlite3_stmt* statement = sqlite3_next_stmt(db, nullptr)) __real_sqlite3_finalize(statement);
   EXPECT_EQ(SQLITE_OK, sqlite3_close(db));
   if (!scratch_.empty()) std::filesystem::remove_all(scratch_);
