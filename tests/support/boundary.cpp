@@ -34,7 +34,7 @@ bool take(Faults& faults, int& code) {
   return found;
 }
 
-void record(int level, const char* format, va_list arguments) {
+__attribute__((format(printf, 2, 0))) void record(int level, const char* format, va_list arguments) {
   va_list copy;
   va_copy(copy, arguments);
   const std::string module = va_arg(copy, const char*);
@@ -109,7 +109,9 @@ unsigned __wrap_sleep(unsigned seconds) {
 
 int __wrap_sqlite3_open(const char* path, sqlite3** db) {
   boundary().opened.emplace_back(path);
-  return __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
+  const int code = __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
+  boundary().last_opened = *db;
+  return code;
 }
 
 int __wrap_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context) {

@@ -35,6 +35,7 @@ struct Boundary {
   std::vector<bool> tails;              // whether each sqlite3_prepare was given a place for the tail
   std::vector<unsigned> sleeps;         // seconds
   std::vector<std::string> opened;      // paths
+  sqlite3* last_opened = nullptr;       // also after a failure
   int (*busy_handler)(void*, int) = nullptr;
   int busy_handlers_installed = 0;
   std::set<void*> texts_alive;   // formatted by SQLite and not released
