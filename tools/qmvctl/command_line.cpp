@@ -1,0 +1,214 @@
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "host.h"
+#include "import.h"
+
+namespace qmvctl {
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+// "ID=FILE", the ID in decimal or, with 0x, in hexadecimal.
+FruFile parse_fru(const std::string& text) {
+  const size_t sign = text.find('=');
+  int id = 0;
+  if (sign == std::string::npos || sign + 1 == text.size() || !CLI::detail::lexical_cast(text.substr(0, sign), id) ||
+      id < 0 || id > 0xFF) {
+    throw CLI::ValidationError("--fru", text + " is not ID=FILE with an ID from 0 to 255");
+  }
+  return {id, text.substr(sign + 1)};
+}
+
+std::vector<FruFile> parse_frus(const std::vector<std::string>& texts) {
+  std::vector<FruFile> frus;
+  for (const std::string& text : texts) {
+    const FruFile fru = parse_fru(text);
+    const auto is_same = [&](const FruFile& other) { return other.id == fru.id; };
+    if (std::any_of(frus.begin(), frus.end(), is_same)) {
+      throw CLI::ValidationError("--fru", "FRU " + std::to_string(fru.id) + " is named twice");
+    }
+    frus.push_back(fru);
+  }
+  return frus;
+}
+
+std::string counted(size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+// "5 event-only sensor records, 1 OEM record"
+std::string list_of_counts(const std::map<std::string, int>& counts) {
+  std::string text;
+  for (const auto& [kind, count] : counts) {
+    text += (text.empty() ? "" : ", ") + counted(static_cast<size_t>(count), kind + " record");
+  }
+  return text;
+}
+
+Json to_json(const Assets::Part& part) {
+  return {{"count", part.count}, {"rows", part.listing.rows}};
+}
+
+class CommandLine {
+ public:
+  CommandLine(std::ostream& out, std::ostream& err);
+  int run(int argument_count, const char* const* arguments);
+
+ private:
+  void add_import();
+  void add_list(const char* name, const char* description, Listing (*list)(const Database&));
+  void add_assets();
+
+  void import();
+  void report(const Inventory& stored);
+  void show(const Listing& listing);
+  void show_assets();
+  void print_assets(const Assets& assets);
+
+  std::ostream& out_;
+  std::ostream& err_;
+  CLI::App app_{"Creates, fills and shows the databases of the server management controller.", "qmvctl"};
+
+  std::string database_;  // empty for the fixed file
+  bool is_json_ = false;
+  ImportFiles files_;
+  std::vector<std::string> frus_;  // "ID=FILE"
+  std::string asset_class_;        // empty for all
+};
+
+CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_(err) {
+  app_.require_subcommand(1);
+  app_.fallthrough();
+  app_.add_option("--db", database_, "use this database in place of " + std::string(kInstanceDatabase))
+      ->type_name("FILE");
+  app_.add_flag("--json", is_json_, "write JSON");
+  app_.add_flag_callback(
+      "-v,--verbose", [] { show_traces(true); }, "write the library's traces to standard error");
+  app_.add_subcommand("init", "Create the database; an existing file is not touched")->callback([this] {
+    Database::create(database_);
+  });
+  add_import();
+  add_list("sensors", "Show the sensors with their thresholds", list_sensors);
+  add_list("fru", "Show the field-replaceable units", list_frus);
+  add_list("sel", "Show the event log", list_events);
+  add_assets();
+  add_list("processors", "Show the processors", list_processors);
+  add_list("memory", "Show the memory", list_memory);
+  add_list("power-supplies", "Show the power supplies", list_power_supplies);
+}
+
+void CommandLine::add_import() {
+  CLI::App* command = app_.add_subcommand("import", "Store raw dumps of a server, all or nothing");
+  command->add_option("--sdr", files_.repository, "sensor data records, from \"ipmitool sdr dump FILE\"")
+      ->type_name("FILE");
+  command->add_option("--fru", frus_, "FRU images, from \"ipmitool fru read ID FILE\"")->type_name("ID=FILE");
+  command->add_option("--sel", files_.event_log, "event log, from \"ipmitool sel writeraw FILE\"")->type_name("FILE");
+  command->require_option(1, 0);
+  command->callback([this] { import(); });
+}
+
+void CommandLine::add_list(const char* name, const char* description, Listing (*list)(const Database&)) {
+  app_.add_subcommand(name, description)->callback([this, list] { show(list(Database::open(database_))); });
+}
+
+void CommandLine::add_assets() {
+  CLI::App* command = app_.add_subcommand("assets", "Show the physical assets of a CIM class, or of all classes");
+  command->add_option("class", asset_class_, CLI::detail::join(kAssetClasses, ", "))->type_name("CLASS");
+  command->callback([this] { show_assets(); });
+}
+
+int CommandLine::run(int argument_count, const char* const* arguments) {
+  show_traces(false);
+  try {
+    app_.parse(argument_count, arguments);
+    out_.flush();
+    if (!out_) throw std::runtime_error("the output cannot be written");
+    return kDone;
+  } catch (const CLI::ParseError& error) {
+    return app_.exit(error, out_, err_) == kDone ? kDone : kWrongUsage;
+  } catch (const std::exception& error) {
+    err_ << "qmvctl: " << error.what() << '\n';
+    return kFailed;
+  }
+}
+
+void CommandLine::import() {
+  files_.frus = parse_frus(frus_);
+  Database database = Database::open(database_);
+  report(import_files(database, files_));
+}
+
+void CommandLine::report(const Inventory& stored) {
+  for (const std::string& note : stored.notes) err_ << "qmvctl: note: " << note << '\n';
+  Json counts = Json::object();
+  if (!files_.repository.empty() || !files_.frus.empty()) {
+    counts["compact sensor"] = stored.compact_sensors.size();
+    counts["full sensor"] = stored.full_sensors.size();
+    counts["FRU"] = stored.frus.size();
+  }
+  if (stored.fru_locators) counts["FRU locator"] = stored.fru_locators->size();
+  if (stored.event_log) counts["event"] = stored.event_log->events.size();
+  if (is_json_) {
+    print_json(out_, {{"stored", counts}, {"not_held", stored.not_held}, {"notes", stored.notes}});
+    return;
+  }
+  for (const auto& [what, count] : counts.items()) out_ << "stored " << counted(count, what) << '\n';
+  if (!stored.not_held.empty()) {
+    out_ << "not stored, as no table holds them: " << list_of_counts(stored.not_held) << '\n';
+  }
+}
+
+void CommandLine::show(const Listing& listing) {
+  if (is_json_) {
+    print_json(out_, listing.rows);
+  } else {
+    print_table(out_, listing);
+  }
+}
+
+void CommandLine::show_assets() {
+  const Database database = Database::open(database_);
+  std::vector<std::string> classes(std::begin(kAssetClasses), std::end(kAssetClasses));
+  if (!asset_class_.empty()) classes = {asset_class_};
+  Json all = Json::array();
+  for (const std::string& name : classes) {
+    const auto assets = list_assets(database, name);
+    if (!assets) throw CLI::ValidationError("class", name + " is not one of " + CLI::detail::join(kAssetClasses, ", "));
+    if (is_json_) {
+      all.push_back(
+          {{"class", name}, {"frus_with_sensors", to_json(assets->frus)}, {"sensors", to_json(assets->sensors)}});
+    } else {
+      print_assets(*assets);
+    }
+  }
+  if (is_json_) print_json(out_, all);
+}
+
+void CommandLine::print_assets(const Assets& assets) {
+  out_ << assets.class_name << ": " << counted(static_cast<size_t>(assets.frus.count), "pair")
+       << " of a FRU and a full sensor\n";
+  print_table(out_, assets.frus.listing);
+  out_ << '\n'
+       << assets.class_name << ": " << counted(static_cast<size_t>(assets.sensors.count), "full sensor") << '\n';
+  print_table(out_, assets.sensors.listing);
+  out_ << '\n';
+}
+
+}  // namespace
+
+int run(int argument_count, const char* const* arguments, std::ostream& out, std::ostream& err) {
+  return CommandLine(out, err).run(argument_count, arguments);
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,46 @@
+// The commands that show what the database holds. Each returns what is to be printed.
+#ifndef QMVCTL_COMMANDS_H
+#define QMVCTL_COMMANDS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "database.h"
+#include "listing.h"
+
+namespace qmvctl {
+
+Listing list_sensors(const Database& database);
+Listing list_frus(const Database& database);
+Listing list_events(const Database& database);
+Listing list_processors(const Database& database);
+Listing list_memory(const Database& database);
+
+// Power supplies: of the fixed file by the library's own search, of another file by the sensors in the category.
+Listing list_power_supplies(const Database& database);
+
+// The physical assets of a CIM class, by the statements that the library hands out for it.
+struct Assets {
+  struct Part {
+    int count = 0;  // what the counting statement says
+    Listing listing;
+  };
+
+  std::string class_name;
+  Part frus;     // FRUs joined with the full sensors of their entity ID
+  Part sensors;  // the full sensors alone
+};
+
+// Nothing for a class that the library does not know.
+std::optional<Assets> list_assets(const Database& database, const std::string& class_name);
+
+// The classes that the library knows.
+inline constexpr const char* kAssetClasses[] = {
+    "CIM_Slot",           "CIM_Card", "CIM_Chassis", "CIM_Chip", "CIM_PhysicalPackage", "CIM_PhysicalConnector",
+    "CIM_PhysicalMemory",
+};
+
+}  // namespace qmvctl
+
+#endif

@@ -1,0 +1,64 @@
+// Connections and transactions.
+#ifndef QMVCTL_DATABASE_H
+#define QMVCTL_DATABASE_H
+
+#include <sqlite3.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "qmv.h"
+
+namespace qmvctl {
+
+// The file that db_init() opens, and that the power supplies come from when no other file is named.
+inline constexpr char kInstanceDatabase[] = "/tmp/cim.db";
+
+// An open database. All failures are std::runtime_errors that name the file.
+class Database {
+ public:
+  // Opens an existing file: the library's fixed one when the name is empty, else the named one, with a handler that
+  // waits for other processes' locks.
+  static Database open(const std::string& file);
+
+  // Creates a file with the reference tables (the fixed one when the name is empty). An existing file is an error and
+  // stays as it is.
+  static void create(const std::string& file);
+
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+  ~Database();
+
+  sqlite3* handle() const { return handle_; }
+  const std::string& file() const { return file_; }
+
+  // Runs a statement without values through the library.
+  void execute(const char* statement);
+
+  [[noreturn]] void fail(const std::string& text) const;  // "FILE: TEXT"
+
+ private:
+  explicit Database(const std::string& file);
+
+  std::string file_;
+  sqlite3* handle_ = nullptr;
+};
+
+// A write transaction, rolled back unless it was committed.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();
+
+  void commit();
+
+ private:
+  Database& database_;
+  bool is_open_ = true;
+};
+
+}  // namespace qmvctl
+
+#endif

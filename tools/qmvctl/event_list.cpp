@@ -1,0 +1,121 @@
+// sel.
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "commands.h"
+#include "conversion.h"
+#include "names.h"
+#include "rows.h"
+#include "text.h"
+
+namespace qmvctl {
+
+namespace {
+
+constexpr int32_t kThresholdEvents = 1;
+
+// Sensors by owner ID and number, as an event names its sensor. The event's owner LUN is not kept, so the first one
+// counts.
+struct KnownSensors {
+  explicit KnownSensors(const Database& database) : full(full_sensors(database)) {
+    for (const auto& sensor : full) {
+      names.try_emplace({sensor.OwnerID, sensor.SensorNum}, text_of(sensor.SensorName));
+      numeric.try_emplace({sensor.OwnerID, sensor.SensorNum}, &sensor);
+    }
+    for (const auto& sensor : compact_sensors(database)) {
+      names.try_emplace({sensor.OwnerID, sensor.SensorNum}, text_of(sensor.SensorName));
+    }
+  }
+
+  using Key = std::pair<int32_t, int32_t>;
+  std::vector<full_sdr_rec> full;
+  std::map<Key, std::string> names;
+  std::map<Key, const full_sdr_rec*> numeric;
+};
+
+// Times up to 20000000h count from the start of the controller, FFFFFFFFh is no time (IPMI 2.0, section 37.1).
+std::string time_text(int32_t stamp) {
+  constexpr uint32_t kLastSinceStart = 0x20000000;
+  const auto seconds = static_cast<uint32_t>(stamp);
+  if (seconds == 0xFFFFFFFF) return "unspecified";
+  if (seconds <= kLastSinceStart) return "start + " + std::to_string(seconds) + " s";
+  const std::time_t time = seconds;
+  std::tm parts{};
+  gmtime_r(&time, &parts);
+  std::array<char, 32> text{};
+  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
+  return text.data();
+}
+
+// What the bits 7 and 6 (or 5 and 4) of a threshold event's first data byte say of the second (or third) byte: 1 is a
+// reading.
+Json converted(const full_sdr_rec* sensor, int32_t use, int32_t raw) {
+  const auto value = sensor && use == 1 ? convert(*sensor, raw) : std::nullopt;
+  return value ? Json(rounded(*sensor, *value)) : Json(nullptr);
+}
+
+std::string data_text(const Json& row) {
+  std::string text;
+  for (const Json& byte : row.at("data")) text += (text.empty() ? "" : " ") + hex(byte.get<uint32_t>() & 0xFF);
+  return text;
+}
+
+std::string reading_text(const Json& row) {
+  if (row["reading"].is_null()) return "";
+  const std::string threshold = row["threshold"].is_null() ? "" : " (threshold " + number_text(row["threshold"]) + ")";
+  return number_text(row["reading"]) + threshold + " " + row["unit"].get<std::string>();
+}
+
+Json to_json(const sel_rec& event, const KnownSensors& sensors) {
+  const std::string generator(text_of(event.GeneratorID));
+  const KnownSensors::Key key{static_cast<int32_t>(std::strtol(generator.c_str(), nullptr, 16)), event.SensorNum};
+  const auto name = sensors.names.find(key);
+  const auto numeric = sensors.numeric.find(key);
+  const bool has_readings = event.EventType == kThresholdEvents && numeric != sensors.numeric.end();
+  const full_sdr_rec* sensor = has_readings ? numeric->second : nullptr;
+  return {
+      {"record_id", event.RecordID},
+      {"record_type", event.RecordType},
+      {"time_stamp", static_cast<uint32_t>(event.TimeStamp)},
+      {"time", time_text(event.TimeStamp)},
+      {"generator_id", generator},
+      {"message_revision", event.EvMRev},
+      {"sensor_type", event.SensorType},
+      {"sensor_type_name", sensor_type_name(event.SensorType)},
+      {"sensor_number", event.SensorNum},
+      {"sensor_name", name == sensors.names.end() ? Json(nullptr) : Json(name->second)},
+      {"event_type", event.EventType},
+      {"event", event_name(event.EventType, event.SensorType, event.EventData1 & 0xF)},
+      {"direction", event.EventDir ? "deasserted" : "asserted"},
+      {"data", {event.EventData1, event.EventData2, event.EventData3}},
+      {"reading", converted(sensor, event.EventData1 >> 6 & 3, event.EventData2)},
+      {"threshold", converted(sensor, event.EventData1 >> 4 & 3, event.EventData3)},
+      {"unit", sensor ? reading_unit(sensor->RateUnit, sensor->BaseUnit, sensor->UnitModifier) : ""},
+  };
+}
+
+}  // namespace
+
+Listing list_events(const Database& database) {
+  const KnownSensors sensors(database);
+  Listing listing{{number_column("ID", "record_id"),
+                   text_column("Time (UTC)", "time"),
+                   text_column("Generator", "generator_id"),
+                   text_column("Sensor type", "sensor_type_name"),
+                   byte_column("Number", "sensor_number"),
+                   text_column("Sensor", "sensor_name"),
+                   text_column("Event", "event"),
+                   text_column("Direction", "direction"),
+                   {"Data", data_text},
+                   {"Reading", reading_text}},
+                  {},
+                  "The event log is empty."};
+  for (const auto& event : events(database)) listing.rows.push_back(to_json(event, sensors));
+  return listing;
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,148 @@
+#include "import.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <tuple>
+#include <utility>
+
+#include "rows.h"
+#include "text.h"
+
+namespace qmvctl {
+
+namespace {
+
+template <class Record>
+using Owned = std::unique_ptr<Record, void (*)(void*)>;
+
+// Calls a get-one of the library: read(&record). Nothing without a row.
+template <class Record, class Read>
+Owned<Record> read_one(Read read) {
+  Record* record = nullptr;
+  const bool is_found = read(&record) == 0;
+  return {is_found ? record : nullptr, db_freemem};
+}
+
+// Records are compared as a whole: they have no padding, and the library zeroes what follows a text.
+template <class Record>
+bool is_equal(const Record& a, const Record& b) {
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+[[noreturn]] void differ(const Database& database, const std::string& what) {
+  database.fail(what + " reads back different from what was stored; nothing is imported");
+}
+
+// Compares the rows of a table with what was stored, in any order. `comes_before` orders records by their key.
+template <class Record, class Order>
+void expect_rows(const Database& database, const std::string& what, std::vector<Record> rows,
+                 std::vector<Record> stored, Order comes_before) {
+  std::sort(rows.begin(), rows.end(), comes_before);
+  std::sort(stored.begin(), stored.end(), comes_before);
+  if (!std::equal(rows.begin(), rows.end(), stored.begin(), stored.end(), is_equal<Record>))
+    differ(database, "the table of " + what);
+}
+
+template <class Record>
+bool device_id_before(const Record& a, const Record& b) {
+  return text_of(a.DeviceID) < text_of(b.DeviceID);
+}
+
+bool address_before(const fru_rec& a, const fru_rec& b) {
+  return std::tie(a.FruIDSlaveAddr, a.DeviceAccessAddr, a.LUNBusID, a.ChannelNumber) <
+         std::tie(b.FruIDSlaveAddr, b.DeviceAccessAddr, b.LUNBusID, b.ChannelNumber);
+}
+
+void store_sensors(Database& database, const Inventory& inventory) {
+  database.execute("delete from compact_sdr; delete from full_sdr;");
+  for (const auto& sensor : inventory.compact_sensors) db_set_compact_sdr_info(database.handle(), &sensor);
+  for (const auto& sensor : inventory.full_sensors) db_set_full_sdr_info(database.handle(), &sensor);
+  expect_rows(database, "compact sensors", compact_sensors(database), inventory.compact_sensors,
+              device_id_before<compact_sdr_rec>);
+  expect_rows(database, "full sensors", full_sensors(database), inventory.full_sensors, device_id_before<full_sdr_rec>);
+}
+
+void store_frus(Database& database, const std::vector<fru_rec>& stored) {
+  database.execute("delete from fru;");
+  for (const auto& fru : stored) db_set_fru_info(database.handle(), &fru);
+  expect_rows(database, "FRUs", frus(database), stored, address_before);
+}
+
+void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_rec>& locators) {
+  database.execute("delete from fru_locator_sdr;");
+  for (const auto& locator : locators) db_set_fru_locator_sdr_info(database.handle(), &locator);
+  for (const auto& locator : locators) {
+    const auto row = read_one<fru_locator_sdr_rec>([&](fru_locator_sdr_rec** record) {
+      return db_get_fru_locator_sdr_info(database.handle(), locator.FruIDSlaveAddr, locator.DeviceAccessAddr,
+                                         locator.LUNBusID, locator.ChannelNumber, record);
+    });
+    if (!row || !is_equal(*row, locator)) differ(database, "a FRU locator");
+  }
+}
+
+// What db_get_selinfo() makes of a stored record: from the second field on, each one comes from the column before its
+// own.
+sel_info_rec shifted(const sel_info_rec& stored) {
+  sel_info_rec read{};
+  read.MaxNoOfSels = stored.MaxNoOfSels;
+  store_text(std::to_string(stored.MaxNoOfSels), read.CompletionCode);
+  store_text(text_of(stored.CompletionCode), read.Version);
+  read.RecCnt = std::atoi(stored.Version);
+  read.FreeSpace = stored.RecCnt;
+  store_text(std::to_string(stored.FreeSpace), read.AddTimeStamp);
+  store_text(text_of(stored.AddTimeStamp), read.EraseTimeStamp);
+  store_text(text_of(stored.EraseTimeStamp), read.OperationSupport);
+  return read;
+}
+
+void store_event_log(Database& database, const EventLog& log) {
+  database.execute("delete from sel_info; delete from sel;");
+  db_set_selinfo(database.handle(), &log.info);
+  const auto info =
+      read_one<sel_info_rec>([&](sel_info_rec** record) { return db_get_selinfo(database.handle(), record); });
+  if (!info || !is_equal(*info, shifted(log.info))) differ(database, "the description of the event log");
+  db_add_sel_entries(database.handle(), static_cast<int32_t>(log.events.size()), log.events.data(), 0);
+  expect_rows(database, "events", events(database), log.events,
+              [](const sel_rec& a, const sel_rec& b) { return a.RecordID < b.RecordID; });
+}
+
+Inventory gather(const Database& database, const ImportFiles& files) {
+  Inventory inventory;
+  std::optional<fru_rec> builtin_fru;
+  if (!files.repository.empty()) {
+    Repository repository = decode_repository(Input::read(files.repository));
+    builtin_fru = repository.builtin_fru;
+    take_repository(inventory, std::move(repository));
+  } else if (!files.frus.empty()) {
+    inventory.compact_sensors = compact_sensors(database);
+    inventory.full_sensors = full_sensors(database);
+    inventory.frus = frus(database);
+  }
+  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file), builtin_fru);
+  tie_sensors_to_frus(inventory);
+  if (!files.event_log.empty()) {
+    inventory.event_log = decode_event_log(Input::read(files.event_log));
+    inventory.not_held.merge(inventory.event_log->not_held);
+  }
+  return inventory;
+}
+
+}  // namespace
+
+Inventory import_files(Database& database, const ImportFiles& files) {
+  Transaction transaction(database);
+  Inventory inventory = gather(database, files);
+  if (!files.repository.empty() || !files.frus.empty()) {
+    store_sensors(database, inventory);
+    store_frus(database, inventory.frus);
+  }
+  if (inventory.fru_locators) store_fru_locators(database, *inventory.fru_locators);
+  if (inventory.event_log) store_event_log(database, *inventory.event_log);
+  transaction.commit();
+  return inventory;
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,32 @@
+// The import of a server's dumps into the database.
+#ifndef QMVCTL_IMPORT_H
+#define QMVCTL_IMPORT_H
+
+#include <string>
+#include <vector>
+
+#include "database.h"
+#include "inventory.h"
+
+namespace qmvctl {
+
+struct FruFile {
+  int id;  // FRU device ID
+  std::string file;
+};
+
+struct ImportFiles {
+  std::string repository;  // empty when there is none
+  std::vector<FruFile> frus;
+  std::string event_log;  // empty when there is none
+};
+
+// Imports the files in one transaction, all rows through the library: reads the files, ties what belongs together,
+// empties the tables that are filled, fills them, reads everything back and compares it. Without a repository the
+// images renew the FRUs that the database knows, and the sensors of their entities. Returns what was stored. Throws
+// std::runtime_error, and nothing of the import stays, when a file is wrong or a row reads back different.
+Inventory import_files(Database& database, const ImportFiles& files);
+
+}  // namespace qmvctl
+
+#endif

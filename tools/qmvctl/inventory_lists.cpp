@@ -1,0 +1,78 @@
+// fru and assets.
+#include <array>
+#include <memory>
+
+#include "commands.h"
+#include "rows.h"
+#include "rows_json.h"
+
+namespace qmvctl {
+
+namespace {
+
+using GetQueries = decltype(&get_sqlqueries);
+
+// Runs a statement and makes a row of each result: members by position, numbers and texts as SQLite types them.
+std::vector<Json> run(const Database& database, const char* statement, const std::vector<const char*>& keys) {
+  sqlite3_stmt* raw = nullptr;
+  if (sqlite3_prepare_v2(database.handle(), statement, -1, &raw, nullptr) != SQLITE_OK) {
+    database.fail(sqlite3_errmsg(database.handle()));
+  }
+  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> prepared(raw, sqlite3_finalize);
+  std::vector<Json> rows;
+  int status = sqlite3_step(raw);
+  for (; status == SQLITE_ROW; status = sqlite3_step(raw)) {
+    Json& row = rows.emplace_back();
+    for (int i = 0; i < static_cast<int>(keys.size()); ++i) {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
+      const bool is_number = sqlite3_column_type(raw, i) == SQLITE_INTEGER;
+      row[keys[static_cast<size_t>(i)]] = is_number ? Json(sqlite3_column_int(raw, i)) : Json(text ? text : "");
+    }
+  }
+  if (status != SQLITE_DONE) database.fail(sqlite3_errmsg(database.handle()));
+  return rows;
+}
+
+std::optional<Assets::Part> list_part(const Database& database, const std::string& class_name, GetQueries get_queries,
+                                      const std::vector<const char*>& keys) {
+  std::array<char, QMV_COUNT_QUERY_SIZE> count{};
+  std::array<char, QMV_LIST_QUERY_SIZE> list{};
+  if (get_queries(class_name.c_str(), count.data(), list.data()) != 0) return std::nullopt;
+  Assets::Part part;
+  part.count = run(database, count.data(), {"count"}).at(0).at("count");
+  part.listing.rows = run(database, list.data(), keys);
+  return part;
+}
+
+}  // namespace
+
+Listing list_frus(const Database& database) {
+  Listing listing{
+      {number_column("ID", "fru_id"), text_column("Name", "name"), entity_column(),
+       text_column("Product", "product_manufacturer"), text_column("Part number", "product_part_number"),
+       text_column("Serial number", "product_serial_number"), text_column("Board", "board_manufacturer"),
+       text_column("Part number", "board_part_number"), text_column("Serial number", "board_serial_number"),
+       text_column("Chassis part", "chassis_part_number"), text_column("Chassis serial", "chassis_serial_number")},
+      {},
+      "There are no FRUs."};
+  for (const auto& fru : frus(database)) listing.rows.push_back(to_json(fru));
+  return listing;
+}
+
+std::optional<Assets> list_assets(const Database& database, const std::string& class_name) {
+  auto frus = list_part(database, class_name, get_sqlqueries,
+                        {"fru_id", "device_access_address", "lun_bus_id", "channel", "entity_id", "entity_instance",
+                         "fru_name_length", "sensor_name", "sensor_number"});
+  auto sensors = list_part(database, class_name, get_sqlqueries_nonFRU,
+                           {"entity_id", "entity_instance", "sensor_name", "sensor_number"});
+  if (!frus || !sensors) return std::nullopt;
+  sensors->listing.columns = {entity_column(), text_column("Sensor", "sensor_name"),
+                              byte_column("Number", "sensor_number")};
+  frus->listing.columns = sensors->listing.columns;
+  frus->listing.columns.insert(frus->listing.columns.begin(), number_column("FRU", "fru_id"));
+  frus->listing.empty_text = "No FRU has a full sensor.";
+  sensors->listing.empty_text = "There are no full sensors.";
+  return Assets{class_name, std::move(*frus), std::move(*sensors)};
+}
+
+}  // namespace qmvctl

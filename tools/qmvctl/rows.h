@@ -1,0 +1,44 @@
+// Rows read through the library, as vectors.
+#ifndef QMVCTL_ROWS_H
+#define QMVCTL_ROWS_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "database.h"
+
+namespace qmvctl {
+
+// Calls a get-all of the library: read(handle, &count, &records). `what` names the rows in the message of a failure.
+template <class Record, class Read>
+std::vector<Record> read_all(const Database& database, const std::string& what, Read read) {
+  int32_t count = 0;
+  Record* records = nullptr;
+  const int32_t status = read(database.handle(), &count, &records);
+  std::vector<Record> rows;
+  if (status == 0 && records) rows.assign(records, records + count);
+  db_freemem(records);
+  if (status != 0) database.fail("the " + what + " cannot be read (status " + std::to_string(status) + ")");
+  return rows;
+}
+
+inline std::vector<compact_sdr_rec> compact_sensors(const Database& database) {
+  return read_all<compact_sdr_rec>(database, "compact sensors", db_get_all_compact_sdrs);
+}
+
+inline std::vector<full_sdr_rec> full_sensors(const Database& database) {
+  return read_all<full_sdr_rec>(database, "full sensors", db_get_all_full_sdrs);
+}
+
+inline std::vector<fru_rec> frus(const Database& database) {
+  return read_all<fru_rec>(database, "FRUs", db_get_all_fru_info);
+}
+
+inline std::vector<sel_rec> events(const Database& database) {
+  return read_all<sel_rec>(database, "events", db_get_all_sel_records);
+}
+
+}  // namespace qmvctl
+
+#endif

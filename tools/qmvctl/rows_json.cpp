@@ -1,0 +1,81 @@
+#include "rows_json.h"
+
+#include "conversion.h"
+#include "names.h"
+#include "text.h"
+
+namespace qmvctl {
+
+namespace {
+
+template <class Sensor>
+Json sensor_json(const Sensor& sensor, const char* kind) {
+  return {
+      {"device_id", text_of(sensor.DeviceID)},
+      {"kind", kind},
+      {"name", text_of(sensor.SensorName)},
+      {"owner_id", sensor.OwnerID},
+      {"owner_lun", sensor.OwnerLUN},
+      {"sensor_number", sensor.SensorNum},
+      {"record_id", sensor.IPMI_RecordID},
+      {"entity_id", sensor.EntityID},
+      {"entity_instance", sensor.EntityInstance},
+      {"sensor_type", sensor.SensorType},
+      {"sensor_type_name", sensor_type_name(sensor.SensorType)},
+      {"cim_sensor_type", sensor.CIMSensorType},
+      {"event_type", sensor.EventTypeCode},
+      {"unit", reading_unit(sensor.RateUnit, sensor.BaseUnit, sensor.UnitModifier)},
+      {"physical_element", sensor.PhysicalElement},
+      {"fru", sensor.IsFRUAvailable ? Json(text_of(sensor.FruRecord.DevIdStr)) : Json(nullptr)},
+  };
+}
+
+}  // namespace
+
+Json to_json(const compact_sdr_rec& sensor) {
+  return sensor_json(sensor, "compact");
+}
+
+Json to_json(const full_sdr_rec& sensor) {
+  Json row = sensor_json(sensor, "full");
+  Json& thresholds = row["thresholds"] = Json::object();
+  for (size_t i = 0; i < std::size(kThresholds); ++i) {
+    if (!has_threshold(sensor, i)) continue;
+    const int32_t raw = sensor.*kThresholds[i].raw;
+    const auto value = convert(sensor, raw);
+    thresholds[kThresholds[i].key] = {{"raw", raw}, {"value", value ? Json(rounded(sensor, *value)) : Json(nullptr)}};
+  }
+  return row;
+}
+
+Json to_json(const fru_rec& fru) {
+  return {
+      {"fru_id", fru.FruIDSlaveAddr},
+      {"device_access_address", fru.DeviceAccessAddr},
+      {"lun_bus_id", fru.LUNBusID},
+      {"channel", fru.ChannelNumber},
+      {"name", text_of(fru.DevIdStr)},
+      {"entity_id", fru.EntityID},
+      {"entity_instance", fru.EntityInst},
+      {"product_manufacturer", text_of(fru.ProdMfrName)},
+      {"product_part_number", text_of(fru.ProdPartNumber)},
+      {"product_serial_number", text_of(fru.ProdSerNumber)},
+      {"board_manufacturer", text_of(fru.BrdMfrName)},
+      {"board_part_number", text_of(fru.BrdPartNumber)},
+      {"board_serial_number", text_of(fru.BrdSerNumber)},
+      {"chassis_part_number", text_of(fru.ChassisPartNumber)},
+      {"chassis_serial_number", text_of(fru.ChassisSerNumber)},
+      {"chassis_custom_fields", text_of(fru.ChassisCustFields)},
+  };
+}
+
+Column entity_column() {
+  return {"Entity", [](const Json& row) {
+            constexpr int kLogicalEntity = 0x80;
+            const int id = row.at("entity_id");
+            const int instance = row.at("entity_instance").get<int>() & ~kLogicalEntity;
+            return std::to_string(id) + "." + std::to_string(instance) + " " + entity_name(id);
+          }};
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,147 @@
+// sensors, processors, memory and power-supplies.
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "commands.h"
+#include "conversion.h"
+#include "inventory.h"
+#include "rows.h"
+#include "rows_json.h"
+#include "text.h"
+
+namespace qmvctl {
+
+namespace {
+
+// A threshold converted, or its raw count where the sensor has no linear formula.
+Column threshold_column(const Threshold& threshold) {
+  const auto text = [key = threshold.key](const Json& row) -> std::string {
+    if (!row.contains("thresholds") || !row["thresholds"].contains(key)) return "";
+    const Json& level = row["thresholds"][key];
+    if (level["value"].is_null()) return "raw " + hex(level["raw"].get<uint32_t>() & 0xFF) + "h";
+    return number_text(level["value"]);
+  };
+  return {threshold.head, text, Column::Align::kRight};
+}
+
+Listing list_components(const std::vector<compact_sdr_rec>& sensors, const std::string& empty_text) {
+  Listing listing{{text_column("DeviceID", "device_id"), text_column("Name", "name"),
+                   byte_column("Number", "sensor_number"), entity_column(), text_column("FRU", "fru")},
+                  {},
+                  empty_text};
+  for (const auto& sensor : sensors) {
+    const bool is_filled = sensor.DeviceID[0] != '\0';  // a get-all of memory may end in zeroed records
+    if (is_filled) listing.rows.push_back(to_json(sensor));
+  }
+  return listing;
+}
+
+// A power supply and the sensor that stands for it.
+struct PowerSupply {
+  int32_t entity_id = 0;
+  int32_t entity_instance = 0;
+  int32_t sensor_number = 0;
+};
+
+std::string instance_name(const PowerSupply& supply) {
+  return std::to_string(supply.entity_id) + ":" + std::to_string(supply.entity_instance) + ":" +
+         std::to_string(supply.sensor_number) + ":PowerSupply";
+}
+
+std::vector<PowerSupply> power_supplies_of_fixed_file(const Database& database) {
+  char** names = nullptr;
+  int32_t count = 0;
+  if (get_all_ps_from_db(&names, &count) != 0) database.fail("the power supplies cannot be read");
+  std::vector<PowerSupply> supplies;
+  for (int32_t i = 0; i < count; ++i) {
+    PowerSupply supply;
+    std::sscanf(names[i], "%d:%d:%d", &supply.entity_id, &supply.entity_instance, &supply.sensor_number);
+    supplies.push_back(supply);
+    db_freemem(names[i]);
+  }
+  db_freemem(names);
+  return supplies;
+}
+
+// One power supply an entity, by the compact sensors first.
+std::vector<PowerSupply> power_supplies_of(const Database& database) {
+  std::map<std::pair<int32_t, int32_t>, PowerSupply> by_entity;
+  const auto take = [&](const auto& sensors) {
+    for (const auto& sensor : sensors) {
+      const bool is_supply = sensor.EntityID == 10 || sensor.EntityID == 19;  // power supply, power unit
+      if (is_supply) {
+        by_entity.try_emplace({sensor.EntityID, sensor.EntityInstance},
+                              PowerSupply{sensor.EntityID, sensor.EntityInstance, sensor.SensorNum});
+      }
+    }
+  };
+  take(read_all<compact_sdr_rec>(database, "compact sensors",
+                                 [](sqlite3* db, int32_t* count, compact_sdr_rec** records) {
+                                   return db_get_all_compact_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
+                                 }));
+  take(read_all<full_sdr_rec>(database, "full sensors", [](sqlite3* db, int32_t* count, full_sdr_rec** records) {
+    return db_get_all_full_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
+  }));
+  std::vector<PowerSupply> supplies;
+  for (const auto& [entity, supply] : by_entity) supplies.push_back(supply);
+  return supplies;
+}
+
+}  // namespace
+
+Listing list_sensors(const Database& database) {
+  Listing listing{
+      {text_column("DeviceID", "device_id"), text_column("Name", "name"), text_column("Type", "sensor_type_name"),
+       entity_column(), text_column("Kind", "kind"), text_column("Unit", "unit")},
+      {},
+      "There are no sensors."};
+  for (const size_t lowest_to_highest : {2, 1, 0, 3, 4, 5}) {
+    listing.columns.push_back(threshold_column(kThresholds[lowest_to_highest]));
+  }
+  for (const auto& sensor : compact_sensors(database)) listing.rows.push_back(to_json(sensor));
+  for (const auto& sensor : full_sensors(database)) listing.rows.push_back(to_json(sensor));
+  return listing;
+}
+
+Listing list_processors(const Database& database) {
+  return list_components(read_all<compact_sdr_rec>(database, "processors", db_get_all_processor),
+                         "There are no processors.");
+}
+
+Listing list_memory(const Database& database) {
+  return list_components(read_all<compact_sdr_rec>(database, "memory sensors", db_get_all_memory),
+                         "There is no memory.");
+}
+
+Listing list_power_supplies(const Database& database) {
+  Listing listing{{text_column("Instance", "instance"), entity_column(), byte_column("Sensor", "sensor_number"),
+                   text_column("FRU", "fru"), text_column("Manufacturer", "manufacturer"),
+                   text_column("Part number", "part_number"), text_column("Serial number", "serial_number")},
+                  {},
+                  "There are no power supplies."};
+  const auto all_frus = frus(database);
+  const bool is_fixed_file = database.file() == kInstanceDatabase;
+  for (const PowerSupply& supply :
+       is_fixed_file ? power_supplies_of_fixed_file(database) : power_supplies_of(database)) {
+    Json row{{"instance", instance_name(supply)},
+             {"entity_id", supply.entity_id},
+             {"entity_instance", supply.entity_instance},
+             {"sensor_number", supply.sensor_number}};
+    const auto fru = std::find_if(all_frus.begin(), all_frus.end(), [&](const fru_rec& fru) {
+      return fru.EntityID == supply.entity_id && fru.EntityInst == supply.entity_instance;
+    });
+    if (fru != all_frus.end()) {
+      row["fru"] = text_of(fru->DevIdStr);
+      row["manufacturer"] = text_of(fru->ProdMfrName);
+      row["part_number"] = text_of(fru->ProdPartNumber);
+      row["serial_number"] = text_of(fru->ProdSerNumber);
+    }
+    listing.rows.push_back(std::move(row));
+  }
+  return listing;
+}
+
+}  // namespace qmvctl
