@@ -72,8 +72,8 @@ QMV_API int32_t db_get_fru_full_sdr(struct sqlite3* db, int32_t EntityID, int32_
                                     fru_sdr_rec* record) QMV_NOEXCEPT;
 
 /*
- * Hands out the statements that count and list the FRUs of a CIM physical element class, joined with their full
- * sensors. class_name   CIM_Slot, CIM_Card, CIM_Chassis, CIM_Chip, CIM_PhysicalPackage, CIM_PhysicalConnector or
+ * Hands out the statements that count and list the FRUs of a CIM physical element class, joined with their sensors.
+ *   class_name   CIM_Slot, CIM_Card, CIM_Chassis, CIM_Chip, CIM_PhysicalPackage, CIM_PhysicalConnector or
  *                CIM_PhysicalMemory, in any case
  *   count (out)  the counting statement; a buffer of QMV_COUNT_QUERY_SIZE bytes
  *   list (out)   the listing statement; a buffer of QMV_LIST_QUERY_SIZE bytes. Its columns: FruIDSlaveAddr,
@@ -100,7 +100,7 @@ QMV_API int32_t db_check_is_entity_id_equals_to_sen_type(struct sqlite3* db, int
  * Reads the sensor type of the first full sensor of an entity whose sensor type differs from its entity ID.
  *   SensorType (out)  IPMI 2.0, table 42-3; untouched without a row
  * Returns 0; 1 when there is none, and the statement then stays open; SQLite's own code when the statement does not
- * compile.
+ *   compile.
  */
 QMV_API int32_t db_check_is_entity_id_not_equals_to_sen_type(struct sqlite3* db, int32_t EntityID,
                                                              int32_t EntityInstance, int32_t* SensorType) QMV_NOEXCEPT;
@@ -118,9 +118,10 @@ QMV_API int32_t db_get_all_physicalasset_element(struct sqlite3* db, int32_t* co
 /*
  * Names the power supply (CIM_PowerSupply) with a sensor of that number in "/tmp/cim.db", as
  * "EntityID:EntityInstance:SensorNum:PowerSupply". A power supply is a sensor whose PhysicalElement has bit 1024 and
- * whose entity ID is 10 or 19. Opens the file itself and does not wait for locks. Logs nothing. name (out)  a new text
- * of at most 256 bytes, released by the caller with db_freemem() or free() Returns 0, or 1 when the file cannot be
- * opened, there is no such sensor or memory is short.
+ * whose entity ID is 10 or 19. Opens the file itself and does not wait for locks. Logs nothing.
+ *   name (out)  a new text of at most 256 bytes, released by the caller with db_freemem() or free()
+ * Returns 0, or 1 when the file cannot be opened, there is no such sensor or memory is short: then NULL is stored;
+ *   otherwise *name is untouched.
  */
 QMV_API int32_t get_ps_from_db(char** name, int32_t SensorNum) QMV_NOEXCEPT;
 
