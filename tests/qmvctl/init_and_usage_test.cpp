@@ -1,0 +1,147 @@
+#include <fstream>
+
+#include "command_test.h"
+
+namespace qmvctl::test {
+namespace {
+
+using Init = CommandTest;
+using Usage = CommandTest;
+using FixedFile = CommandTest;
+
+TEST_F(Init, CreatesTheTables) {
+  EXPECT_EQ(on_database({"init"}).status, 0);
+  EXPECT_EQ(sql("select count(*) from sqlite_master where type = 'table';"), "8");
+  EXPECT_EQ(sql("select count(*) from pragma_table_info('compact_sdr');"), "45");
+  EXPECT_EQ(sql("select count(*) from pragma_table_info('full_sdr');"), "63");
+}
+
+TEST_F(Init, DoesNotTouchAnExistingFile) {
+  file("test.db", ascii("not a database"));
+  const Outcome outcome = on_database({"init"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the file exists and is not touched\n");
+  std::ifstream stream(database());
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "not a database");
+}
+
+TEST_F(Init, DoesNotTouchAnExistingEmptyFile) {
+  file("test.db", {});
+  EXPECT_EQ(on_database({"init"}).status, 1);
+  EXPECT_EQ(std::filesystem::file_size(database()), 0u);
+}
+
+TEST_F(Init, InAMissingDirectoryFails) {
+  const Outcome outcome = run({"init", "--db", path("missing/test.db")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "qmvctl: " + path("missing/test.db") + ": No such file or directory\n");
+}
+
+TEST_F(Init, WithoutDbCreatesTheFixedFile) {
+  EXPECT_EQ(run({"init"}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(path("cim.db")));
+  const Outcome again = run({"init"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.err, "qmvctl: /tmp/cim.db: the file exists and is not touched\n");
+}
+
+TEST_F(Usage, HelpSucceedsAndNamesTheCommands) {
+  const Outcome outcome = run({"--help"});
+  EXPECT_EQ(outcome.status, 0);
+  for (const char* command :
+       {"init", "import", "sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
+    EXPECT_NE(outcome.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
+  }
+}
+
+TEST_F(Usage, WrongUsageExitsWithTwoAndSaysWhyOnStandardError) {
+  const std::vector<std::vector<std::string>> wrong = {
+      {},
+      {"unknown"},
+      {"sensors", "more"},
+      {"--unknown", "sensors"},
+      {"import"},
+      {"import", "--sdr"},
+      {"import", "--fru", "0"},
+      {"import", "--fru", "0="},
+      {"import", "--fru", "=file"},
+      {"import", "--fru", "x=file"},
+      {"import", "--fru", "256=file"},
+      {"import", "--fru", "-1=file"},
+      {"import", "--fru", "1=file", "--fru", "0x1=other"},
+  };
+  on_database({"init"});
+  for (const auto& arguments : wrong) {
+    const Outcome outcome = on_database(arguments);
+    EXPECT_EQ(outcome.status, 2) << testing::PrintToString(arguments);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_NE(outcome.err, "");
+  }
+}
+
+TEST_F(Usage, UnknownClassExitsWithTwoAndNamesTheClasses) {
+  on_database({"init"});
+  const Outcome outcome = on_database({"assets", "CIM_Fan"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_NE(outcome.err.find("CIM_Fan is not one of CIM_Slot, CIM_Card, CIM_Chassis, CIM_Chip, CIM_PhysicalPackage, "
+                             "CIM_PhysicalConnector, CIM_PhysicalMemory"),
+            std::string::npos)
+      << outcome.err;
+}
+
+TEST_F(Usage, MissingDatabaseFailsAndIsNotCreated) {
+  for (const char* command : {"sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
+    const Outcome outcome = on_database({command});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": No such file or directory (qmvctl init creates it)\n");
+  }
+  EXPECT_FALSE(std::filesystem::exists(database()));
+}
+
+TEST_F(Usage, DatabaseWithoutTablesFails) {
+  file("test.db", {});
+  testing::internal::CaptureStderr();
+  for (const char* command : {"sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
+    const Outcome outcome = on_database({command});
+    EXPECT_EQ(outcome.status, 1) << command;
+    EXPECT_EQ(outcome.out, "") << command;
+    EXPECT_EQ(outcome.err.rfind("qmvctl: " + database() + ": ", 0), 0u) << outcome.err;
+  }
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("qmvctl: error: [db_sdrd.c:"), std::string::npos);
+}
+
+TEST_F(Usage, TracesAreShownOnRequestOnly) {
+  on_database({"init"});
+  testing::internal::CaptureStderr();
+  on_database({"sel"});
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  testing::internal::CaptureStderr();
+  on_database({"-v", "sel"});
+  EXPECT_NE(testing::internal::GetCapturedStderr().find("qmvctl: trace: [db_seld.c:"), std::string::npos);
+}
+
+TEST_F(Usage, EmptyTablesSaySo) {
+  on_database({"init"});
+  EXPECT_EQ(on_database({"sensors"}).out, "There are no sensors.\n");
+  EXPECT_EQ(on_database({"fru"}).out, "There are no FRUs.\n");
+  EXPECT_EQ(on_database({"sel"}).out, "The event log is empty.\n");
+  EXPECT_EQ(on_database({"processors"}).out, "There are no processors.\n");
+  EXPECT_EQ(on_database({"memory"}).out, "There is no memory.\n");
+  EXPECT_EQ(on_database({"power-supplies"}).out, "There are no power supplies.\n");
+  EXPECT_EQ(on_database({"sensors", "--json"}).out, "[]\n");
+}
+
+TEST_F(FixedFile, IsUsedWithoutDb) {
+  Bytes supply = compact_record(ascii_field("PS1 Status"));
+  supply[8] = 10;
+  supply[9] = 1;
+  run({"init"});
+  EXPECT_EQ(run({"import", "--sdr", file("server.sdr", supply)}).status, 0);
+  EXPECT_NE(run({"sensors"}).out.find("PS1 Status"), std::string::npos);
+  EXPECT_EQ(Json::parse(run({"power-supplies", "--json"}).out).at(0).at("instance"), "10:1:71:PowerSupply");
+  std::filesystem::rename(path("cim.db"), database());
+  EXPECT_EQ(rows({"power-supplies"}).at(0).at("instance"), "10:1:71:PowerSupply");
+}
+
+}  // namespace
+}  // namespace qmvctl::test

@@ -1,0 +1,187 @@
+#include <sstream>
+
+#include "command_test.h"
+#include "listing.h"
+
+namespace qmvctl::test {
+namespace {
+
+// Imports records and shows them.
+class Lists : public CommandTest {
+ protected:
+  Lists() { on_database({"init"}); }
+
+  void import(const Bytes& repository) {
+    const Outcome outcome = on_database({"import", "--sdr", file("server.sdr", repository)});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+  }
+
+  // +12 V: 0.053 V a count, all thresholds readable, 1 to 6 counts apart.
+  static Bytes voltage() {
+    Bytes record = full_record(ascii_field("BB +12.0V"));
+    record[5] = 0x20;
+    record[6] = 0;
+    record[8] = 7;
+    record[9] = 1;
+    record[11] = 2 << 2;
+    record[12] = 2;
+    record[13] = 1;
+    record[18] = 0x3F;
+    record[20] = 0;
+    record[21] = 4;
+    record[23] = 0;
+    record[24] = 53;
+    record[25] = record[26] = record[27] = 0;
+    record[29] = 0xD0;
+    for (uint8_t i = 0; i < 6; ++i) record[36 + i] = static_cast<uint8_t>(200 + i);
+    return record;
+  }
+
+  static Bytes component(uint8_t sensor_type, uint8_t entity, uint8_t instance, uint8_t number) {
+    Bytes record = compact_record(ascii_field("Sensor " + std::to_string(number)));
+    record[7] = number;
+    record[8] = entity;
+    record[9] = instance;
+    record[12] = sensor_type;
+    return record;
+  }
+};
+
+TEST_F(Lists, SensorsShowThresholdsInTheirUnit) {
+  import(voltage());
+  const Json thresholds = rows({"sensors"}).at(0).at("thresholds");
+  EXPECT_EQ(thresholds.at("upper_non_recoverable"), Json({{"raw", 200}, {"value", 10.6}}));
+  EXPECT_EQ(thresholds.at("upper_critical"), Json({{"raw", 201}, {"value", 10.65}}));
+  EXPECT_EQ(thresholds.at("upper_non_critical"), Json({{"raw", 202}, {"value", 10.71}}));
+  EXPECT_EQ(thresholds.at("lower_non_recoverable"), Json({{"raw", 203}, {"value", 10.76}}));
+  EXPECT_EQ(thresholds.at("lower_critical"), Json({{"raw", 204}, {"value", 10.81}}));
+  EXPECT_EQ(thresholds.at("lower_non_critical"), Json({{"raw", 205}, {"value", 10.87}}));
+}
+
+TEST_F(Lists, SensorsAreATableForPeople) {
+  import(voltage());
+  EXPECT_EQ(on_database({"sensors"}).out,
+            "DeviceID  Name       Type     Entity            Kind  Unit     LNR     LC    LNC    UNC     UC   UNR\n"
+            "20:00:47  BB +12.0V  Voltage  7.1 System Board  full  Volts  10.76  10.81  10.87  10.71  10.65  10.6\n");
+}
+
+TEST_F(Lists, ThresholdsOfANonLinearSensorAreRaw) {
+  Bytes record = voltage();
+  record[23] = 0x70;
+  import(record);
+  EXPECT_EQ(rows({"sensors"}).at(0).at("thresholds").at("upper_critical"), Json({{"raw", 201}, {"value", nullptr}}));
+  EXPECT_NE(on_database({"sensors"}).out.find("raw C9h"), std::string::npos);
+}
+
+TEST_F(Lists, EventsNameTheirSensorAndItsReadings) {
+  import(voltage());
+  const Bytes event{1, 0, 2, 0x18, 0x20, 0xB9, 0x4E, 0x20, 0, 4, 2, 0x47, 0x01, 0x59, 0xFC, 0xC9};
+  on_database({"import", "--sel", file("server.sel", event)});
+  const Json row = rows({"sel"}).at(0);
+  EXPECT_EQ(row.at("time"), "2011-11-08 12:27:04");
+  EXPECT_EQ(row.at("sensor_name"), "BB +12.0V");
+  EXPECT_EQ(row.at("event"), "Upper Critical going high");
+  EXPECT_EQ(row.at("direction"), "asserted");
+  EXPECT_EQ(row.at("reading"), 13.36);
+  EXPECT_EQ(row.at("threshold"), 10.65);
+  EXPECT_NE(on_database({"sel"}).out.find("13.36 (threshold 10.65) Volts"), std::string::npos);
+}
+
+TEST_F(Lists, EventsOfAnotherGeneratorHaveNoSensor) {
+  import(voltage());
+  const Bytes event{1, 0, 2, 0x18, 0x20, 0xB9, 0x4E, 0x33, 0, 4, 2, 0x47, 0x81, 0x59, 0xFC, 0xC9};
+  on_database({"import", "--sel", file("server.sel", event)});
+  const Json row = rows({"sel"}).at(0);
+  EXPECT_EQ(row.at("generator_id"), "33");
+  EXPECT_EQ(row.at("sensor_name"), nullptr);
+  EXPECT_EQ(row.at("reading"), nullptr);
+  EXPECT_EQ(row.at("direction"), "deasserted");
+}
+
+TEST_F(Lists, EventTimesBeforeTheClockWasSetAreSaid) {
+  Bytes events{1, 0, 2, 12, 0, 0, 0, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
+  events = events + Bytes{2, 0, 2, 0xFF, 0xFF, 0xFF, 0xFF, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
+  events = events + Bytes{3, 0, 2, 0, 0, 0, 0xF0, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
+  on_database({"import", "--sel", file("server.sel", events)});
+  const Json rows = this->rows({"sel"});
+  EXPECT_EQ(rows.at(0).at("time"), "start + 12 s");
+  EXPECT_EQ(rows.at(1).at("time"), "unspecified");
+  EXPECT_EQ(rows.at(2).at("time"), "2097-08-05 09:04:00");
+}
+
+TEST_F(Lists, ProcessorsAreTheCompactSensorsOfThatType) {
+  import(component(0x07, 3, 1, 1) + component(0x08, 3, 2, 2) + component(0x07, 3, 2, 3));
+  const Json processors = rows({"processors"});
+  ASSERT_EQ(processors.size(), 2u);
+  EXPECT_EQ(processors.at(1).at("sensor_number"), 3);
+}
+
+TEST_F(Lists, MemoryIsComplete) {
+  Bytes records = voltage();
+  for (uint8_t number = 1; number <= 3; ++number) records = records + component(0x0C, 7, 1, number);
+  for (uint8_t number = 4; number <= 6; ++number) records = records + component(0x01, 32, number, number);
+  import(records);
+  EXPECT_EQ(sql("select count(*) from compact_sdr where PhysicalElement & 256;"), "6");
+  EXPECT_EQ(rows({"memory"}).size(), 3u);  // and none of the empty records behind them
+}
+
+TEST_F(Lists, PowerSuppliesAreOneAnEntity) {
+  Bytes unit = voltage();
+  unit[7] = 9;
+  unit[8] = 19;
+  import(component(0x08, 10, 2, 1) + component(0x08, 10, 1, 2) + component(0x04, 10, 1, 3) + component(0x08, 20, 1, 4) +
+         voltage() + unit);
+  const Json supplies = rows({"power-supplies"});
+  ASSERT_EQ(supplies.size(), 3u);
+  EXPECT_EQ(supplies.at(0).at("entity_instance"), 1);
+  EXPECT_EQ(supplies.at(1).at("instance"), "10:2:1:PowerSupply");
+  EXPECT_EQ(supplies.at(2).at("instance"), "19:1:9:PowerSupply");
+}
+
+TEST_F(Lists, AssetsOfAClassAreFrusWithSensorsAndSensorsAlone) {
+  Bytes locator = fru_locator_record(ascii_field("Board"));
+  locator[6] = 5;
+  locator[12] = 7;
+  locator[13] = 1;
+  import(voltage() + locator);
+  const Json card = rows({"assets", "cim_card"}).at(0);
+  EXPECT_EQ(card.at("frus_with_sensors").at("count"), 1);
+  const Json pair = card.at("frus_with_sensors").at("rows").at(0);
+  EXPECT_EQ(pair.at("fru_id"), 5);
+  EXPECT_EQ(pair.at("entity_id"), 7);
+  EXPECT_EQ(pair.at("entity_instance"), 1);
+  EXPECT_EQ(pair.at("sensor_name"), "BB +12.0V");
+  EXPECT_EQ(pair.at("sensor_number"), 0x47);
+  EXPECT_EQ(card.at("sensors").at("count"), 1);
+  EXPECT_EQ(card.at("sensors").at("rows").at(0).at("sensor_name"), "BB +12.0V");
+}
+
+TEST_F(Lists, AssetsWithoutAClassAreAllClasses) {
+  const Json all = rows({"assets"});
+  ASSERT_EQ(all.size(), 7u);
+  EXPECT_EQ(all.at(0).at("class"), "CIM_Slot");
+  EXPECT_EQ(all.at(6).at("class"), "CIM_PhysicalMemory");
+}
+
+TEST(Table, AlignsByCharactersNotBytes) {
+  std::ostringstream out;
+  print_table(out, {{text_column("A", "a"), number_column("N", "n")},
+                    {{{"a", "\u00E4\u00E4"}, {"n", 5}}, {{"a", "bbb"}, {"n", 10}}},
+                    ""});
+  EXPECT_EQ(out.str(), "A     N\n\u00E4\u00E4    5\nbbb  10\n");
+}
+
+TEST(Table, LetsNoControlCharacterThrough) {
+  std::ostringstream out;
+  print_table(out, {{text_column("A", "a")}, {{{"a", "x\x1B[2Jy\nz\x7F"}}}, ""});
+  EXPECT_EQ(out.str(), "A\nx.[2Jy.z.\n");
+}
+
+TEST(JsonOutput, ReplacesBytesThatAreNoUtf8) {
+  std::ostringstream out;
+  print_json(out, {{"name", "A\xFF"}});
+  EXPECT_EQ(out.str(), "{\n  \"name\": \"A\uFFFD\"\n}\n");
+}
+
+}  // namespace
+}  // namespace qmvctl::test

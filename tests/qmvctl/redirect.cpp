@@ -1,0 +1,56 @@
+#include "redirect.h"
+
+#include <dlfcn.h>
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+std::string redirected_directory;
+
+std::string redirected(const char* path) {
+  constexpr std::string_view kFixed[] = {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db"};
+  for (const std::string_view fixed : kFixed) {
+    if (path != fixed) continue;
+    if (redirected_directory.empty()) std::abort();  // never the machine's own file
+    return redirected_directory + "/" + std::string(fixed.substr(fixed.rfind('/') + 1));
+  }
+  return path;
+}
+
+template <class Function>
+Function next(Function, const char* name) {
+  return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+namespace qmvctl::test {
+
+void redirect_fixed_paths(const std::string& directory) {
+  redirected_directory = directory;
+}
+
+}  // namespace qmvctl::test
+
+extern "C" {
+
+int sqlite3_open(const char* file, sqlite3** database) {
+  return next(&sqlite3_open, "sqlite3_open")(redirected(file).c_str(), database);
+}
+
+FILE* open_stream(const char* file, const char* mode) __asm__("fopen");
+FILE* open_large_stream(const char* file, const char* mode) __asm__("fopen64");
+
+FILE* open_stream(const char* file, const char* mode) {
+  return next(&open_stream, "fopen")(redirected(file).c_str(), mode);
+}
+
+FILE* open_large_stream(const char* file, const char* mode) {
+  return next(&open_large_stream, "fopen64")(redirected(file).c_str(), mode);
+}
+
+}  // extern "C"
