@@ -35,6 +35,7 @@ bool take(Faults& faults, int& code) {
 }
 
 __attribute__((format(printf, 2, 0))) void record(int level, const char* format, va_list arguments) {
+  boundary().while_logging();
   va_list copy;
   va_copy(copy, arguments);
   const std::string module = va_arg(copy, const char*);

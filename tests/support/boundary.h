@@ -49,6 +49,7 @@ struct Boundary {
   int fail_prepare = 0;    // with SQLITE_INTERNAL
   Faults steps, execs, finalizes;
   std::function<void()> while_sleeping = [] {};
+  std::function<void()> while_logging = [] {};
   // What another process does right before the library prepares a statement that begins so; it does it once.
   std::string change_before;
   std::function<void()> change;
