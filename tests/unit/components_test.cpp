@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "qmv/sdr.h"
 #include "support/database_test.h"
@@ -395,6 +397,35 @@ TEST_F(ProcessorName, ComesFromTheFirstSensorOfThatEntity) {
   insert_sensor(3, 1, 8);
   insert_sensor(3, 1, 5);
   EXPECT_EQ("3:1:8:Processor", name_of(3, 1));
+}
+
+// A view whose every value is the next of these.
+std::vector<int> next_values;
+
+void next_value(sqlite3_context* context, int, sqlite3_value**) {
+  sqlite3_result_int(context, next_values.front());
+  next_values.erase(next_values.begin());
+}
+
+int provide_next_value(sqlite3* db, char**, const sqlite3_api_routines*) {
+  return sqlite3_create_function(db, "next_value", 0, SQLITE_UTF8, nullptr, next_value, nullptr, nullptr);
+}
+
+TEST_F(ProcessorName, PassesOverARowThatReadsAsAnotherEntityThanItWasChosenAs) {
+  sql(file.get(), "drop table compact_sdr; create table sensors (SensorNum); insert into sensors values (5), (6);");
+  const auto extension = reinterpret_cast<void (*)()>(provide_next_value);
+  sqlite3_auto_extension(extension);
+  provide_next_value(file.get(), nullptr, nullptr);
+  sql(file.get(),
+      "create view compact_sdr as select next_value() EntityID, next_value() EntityInstance, SensorNum from "
+      "sensors;");
+  for (const auto& [entity, instance] : {std::pair(8, 1), std::pair(9, 1), std::pair(64, 1), std::pair(3, 2)}) {
+    SCOPED_TRACE(entity);
+    next_values = {3, 1, entity, instance, 3, 1, 3, 1};  // each row as it is chosen and as it is read
+    EXPECT_EQ("3:1:6:Processor", name_of(3, 1));
+    EXPECT_EQ(std::vector<int>(), next_values);
+  }
+  sqlite3_cancel_auto_extension(extension);
 }
 
 TEST_F(ProcessorName, IsATextIn256ZeroedBytes) {
