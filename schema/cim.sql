@@ -1,8 +1,9 @@
 -- cim.sql - the tables of the instance database, /tmp/cim.db.
 --
--- Readers take columns by position, writers by name: keep order and spelling. Names are as the statements spell them (SQLite
--- does not tell upper from lower case). Keys are unique because a set updates a row only where its insert meets the key.
--- "Raw" is a reading in the sensor's own counts; IPMI 2.0, section 36.3, converts it. Table numbers are those of IPMI 2.0.
+-- Readers take columns by position, writers by name: keep order and spelling. Names are as the statements spell them
+-- (SQLite does not tell upper from lower case). Keys are unique because a set updates a row only where its insert meets
+-- the key. "Raw" is a reading in the sensor's own counts; IPMI 2.0, section 36.3, converts it. Table numbers are those of
+-- IPMI 2.0.
 
 -- Sensors without conversion factors, one row each: the bytes of a compact sensor record (table 43-2).
 CREATE TABLE compact_sdr (
@@ -26,7 +27,7 @@ CREATE TABLE compact_sdr (
   DiscreteReadingMask INTEGER, -- states that can be read, or thresholds that can be read (low byte) and set (high byte)
   BaseUnit            INTEGER, -- sensor units 2: base unit (table 43-15)
   UnitModifier        INTEGER, -- sensor units 3: modifier unit (table 43-15)
-  RateUnit            INTEGER, -- sensor units 1: data format in bits 7 and 6, rate in bits 5 to 3, modifier use, percentage
+  RateUnit            INTEGER, -- sensor units 1: data format, bits 7 and 6; rate, 5 to 3; modifier use; percentage
   RecShareDir         INTEGER, -- record sharing and sensor direction, two bytes, the first one low
   PHysterysis         INTEGER, -- positive-going threshold hysteresis, raw
   NHysterysis         INTEGER, -- negative-going threshold hysteresis, raw
@@ -129,8 +130,8 @@ CREATE INDEX full_sdr_entity ON full_sdr (EntityID, EntityInstance);
 -- The record ID of a sensor number.
 CREATE INDEX full_sdr_number ON full_sdr (SensorNum);
 
--- Field-replaceable units, one row each: address, entity and inventory. The address is bytes 6 to 9 of the FRU device locator
--- (table 43-7); the strings come from the areas of the FRU's information storage, as UTF-8.
+-- Field-replaceable units, one row each: address, entity and inventory. The address is bytes 6 to 9 of the FRU device
+-- locator (table 43-7); the strings come from the areas of the FRU's information storage, as UTF-8.
 CREATE TABLE fru (
   FruIDSlaveAddr    INTEGER NOT NULL, -- FRU device ID, or slave address of a device without a controller
   DeviceAccessAddr  INTEGER NOT NULL, -- slave address of the controller that gives access
@@ -185,8 +186,8 @@ CREATE TABLE device (
 -- The first system of a type.
 CREATE INDEX device_type ON device (DeviceType);
 
--- The IPMI session, one row. Columns are only transported: who fills the table says what they mean. Texts have at most the
--- width given here, in bytes.
+-- The IPMI session, one row. Columns are only transported: who fills the table says what they mean. Texts have at most
+-- the width given here, in bytes.
 CREATE TABLE ipmi_session (
   SessionText0  TEXT,    -- 128
   SessionValue1 INTEGER,
@@ -216,7 +217,7 @@ CREATE TABLE sel (
   RecordID    INTEGER NOT NULL PRIMARY KEY, -- 1 to 65534
   RecordType  INTEGER, -- 2 for a system event
   TimeStamp   INTEGER, -- seconds since 1970-01-01 00:00, the low 32 bits as a signed number
-  GeneratorID TEXT,    -- low byte of the generator ID, two hexadecimal digits: slave address or software ID; three at most
+  GeneratorID TEXT,    -- low byte of the generator ID, two hexadecimal digits; never more than three characters
   EventType   INTEGER, -- event/reading type (table 42-1)
   EvMRev      INTEGER, -- event message format revision, 4 in IPMI 2.0
   SensorType  INTEGER, -- table 42-3

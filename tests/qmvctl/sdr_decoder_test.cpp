@@ -166,7 +166,7 @@ TEST(SensorRecord, SecondOneOfASensorIsCountedAndReported) {
 
 TEST(SensorRecord, DiffersFromAnotherByOwnerChannelOrNumber) {
   Bytes records = full_record();
-  for (const size_t key_byte : {5, 6, 7}) {
+  for (const size_t key_byte : {size_t{5}, size_t{6}, size_t{7}}) {
     Bytes other = full_record();
     other[key_byte] = 0x01;
     records = records + other;

@@ -60,7 +60,7 @@ Json converted(const full_sdr_rec* sensor, int32_t use, int32_t raw) {
 
 std::string data_text(const Json& row) {
   std::string text;
-  for (const Json& byte : row.at("data")) text += (text.empty() ? "" : " ") + hex(byte.get<uint32_t>() & 0xFF);
+  for (const Json& byte : row.at("data")) text += (text.empty() ? "" : " ") + hex(byte.get<int>() & 0xFF);
   return text;
 }
 

@@ -10,7 +10,7 @@ namespace {
 bool traces_are_shown = false;
 
 // One line on standard error, with what the library says in one piece.
-void write_line(const char* kind, const char* format, va_list arguments) {
+__attribute__((format(printf, 2, 0))) void write_line(const char* kind, const char* format, va_list arguments) {
   flockfile(stderr);
   std::fprintf(stderr, "qmvctl: %s: ", kind);
   std::vfprintf(stderr, format, arguments);

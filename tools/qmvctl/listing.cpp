@@ -52,8 +52,7 @@ Column number_column(const std::string& head, const std::string& key) {
 }
 
 Column byte_column(const std::string& head, const std::string& key) {
-  return {head, [key](const Json& row) { return hex(row.at(key).get<uint32_t>() & 0xFF) + "h"; },
-          Column::Align::kRight};
+  return {head, [key](const Json& row) { return hex(row.at(key).get<int>() & 0xFF) + "h"; }, Column::Align::kRight};
 }
 
 std::string number_text(const Json& value) {

@@ -229,7 +229,7 @@ constexpr const char* kRates[] = {"", " per us", " per ms", " per s", " per minu
 
 // "type 2Dh"
 std::string numbered(const std::string& what, int32_t code) {
-  return what + " " + hex(static_cast<uint32_t>(code)) + "h";
+  return what + " " + hex(code) + "h";
 }
 
 template <size_t Count>

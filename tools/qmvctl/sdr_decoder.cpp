@@ -215,7 +215,7 @@ bool Decoder::is_new(const char* device_id) {
 template <class Sensor>
 void Decoder::complete(const Input& record, Sensor& sensor, const std::string& name) {
   if (sensor.SensorNum > 0xFE) record.fail(7, "sensor number FFh is reserved");
-  store_text(device_id(sensor.OwnerID, sensor.OwnerLUN, sensor.SensorNum), sensor.DeviceID);
+  store_text(hex(sensor.OwnerID) + ":" + hex(sensor.OwnerLUN) + ":" + hex(sensor.SensorNum), sensor.DeviceID);
   store_text(name, sensor.IdStr);
   store_text(name, sensor.SensorName);
   sensor.IdStrLen = static_cast<int32_t>(name.size());
@@ -277,10 +277,6 @@ void Decoder::note_controller(const Input& record) {
 }
 
 }  // namespace
-
-std::string device_id(int32_t owner_id, int32_t owner_lun, int32_t sensor_num) {
-  return hex(owner_id & 0xFFu) + ":" + hex(owner_lun & 0xFFu) + ":" + hex(sensor_num & 0xFFu);
-}
 
 Repository decode_repository(const Input& dump) {
   if (dump.size() == 0) dump.fail(0, "there are no sensor data records");

@@ -21,7 +21,7 @@ Column threshold_column(const Threshold& threshold) {
   const auto text = [key = threshold.key](const Json& row) -> std::string {
     if (!row.contains("thresholds") || !row["thresholds"].contains(key)) return "";
     const Json& level = row["thresholds"][key];
-    if (level["value"].is_null()) return "raw " + hex(level["raw"].get<uint32_t>() & 0xFF) + "h";
+    if (level["value"].is_null()) return "raw " + hex(level["raw"].get<int>() & 0xFF) + "h";
     return number_text(level["value"]);
   };
   return {threshold.head, text, Column::Align::kRight};
@@ -98,9 +98,8 @@ Listing list_sensors(const Database& database) {
        entity_column(), text_column("Kind", "kind"), text_column("Unit", "unit")},
       {},
       "There are no sensors."};
-  for (const size_t lowest_to_highest : {2, 1, 0, 3, 4, 5}) {
-    listing.columns.push_back(threshold_column(kThresholds[lowest_to_highest]));
-  }
+  constexpr size_t kLowestToHighest[] = {2, 1, 0, 3, 4, 5};
+  for (const size_t threshold : kLowestToHighest) listing.columns.push_back(threshold_column(kThresholds[threshold]));
   for (const auto& sensor : compact_sensors(database)) listing.rows.push_back(to_json(sensor));
   for (const auto& sensor : full_sensors(database)) listing.rows.push_back(to_json(sensor));
   return listing;

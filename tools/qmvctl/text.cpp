@@ -31,9 +31,9 @@ std::string without_what_follows_a_zero(std::string text) {
 
 }  // namespace
 
-std::string hex(uint32_t number, int digits) {
+std::string hex(int32_t number, int digits) {
   std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "%0*X", digits, number);
+  std::snprintf(text.data(), text.size(), "%0*X", digits, static_cast<uint32_t>(number));
   return text.data();
 }
 

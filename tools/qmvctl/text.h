@@ -12,7 +12,7 @@
 namespace qmvctl {
 
 // A number in hexadecimal digits, as many as asked for at least.
-std::string hex(uint32_t number, int digits = 2);
+std::string hex(int32_t number, int digits = 2);
 
 // All bytes of the piece as UTF-8. A zero ends the text: strings in the field are padded with it, and no record holds
 // it.
