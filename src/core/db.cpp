@@ -13,7 +13,7 @@ namespace {
 
 using namespace qmv;
 
-Site here(std::uint16_t line = __builtin_LINE()) {
+constexpr Site here(std::uint32_t line = __builtin_LINE()) {
   return {Module::kDb, line};
 }
 
@@ -34,6 +34,7 @@ std::int32_t open_database(const char* path, sqlite3** db, Site site) {
     return kOk;
   }
   // QUIRK: A failed open is logged twice, in two calls. Hosts count these lines.
+  // Test: DbOpen.FailedOpenIsLoggedTwiceAndTheHandleIsClosedAndKept.
   constexpr Format<'s', 's'> kFailed = "[%s:%d]Can't open database(%s): %s";
   error(site, kFailed, path, sqlite3_errmsg(*db));
   error(site, kFailed, path, sqlite3_errmsg(*db));
@@ -48,8 +49,8 @@ std::int32_t qmv::execute(sqlite3* db, const char* format, va_list arguments) {
   char* message = nullptr;
   const std::int32_t code = sqlite3_exec(db, text.get(), nullptr, nullptr, &message);
   if (code != SQLITE_OK) {
-    // QUIRK: The line that speaks of success is written on failure, and only there. SQLite's own text is dropped
-    // unread.
+    // QUIRK: The line that speaks of success is written on failure, and only there; SQLite's own text is dropped
+    // unread. Test: Db.ExecuteSpeaksOfSuccessWhenAStatementFailsAndReleasesTheErrorTextUnread.
     trace(here(), Message("[%s:%d]Successfully execute the SQLite query"));
     sqlite3_free(message);
   }
@@ -61,7 +62,7 @@ std::int32_t db_init(sqlite3** db) noexcept {
 }
 
 std::int32_t tmp_db_init(sqlite3** db) noexcept {
-  return open_database("/tmp/tmp_cim.db", db, here());
+  return open_database(kTemporaryDatabase, db, here());
 }
 
 std::int32_t smash_db_init(sqlite3** db) noexcept {

@@ -17,6 +17,7 @@ namespace qmv {
 // A table's name or a statement's template, as it is written.
 class Sql {
  public:
+  constexpr Sql() : text_(nullptr) {}
   constexpr Sql(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor): a form is filled with texts
   constexpr const char* text() const { return text_; }
 
@@ -30,7 +31,7 @@ using Written = Kind;
 // A text's distance from the beginning of its form; 0 for a step that logs nothing.
 template <class Kind>
 struct Stored {
-  std::uint16_t offset;
+  std::uint16_t offset = 0;
 };
 
 // What a statement that does not compile is answered with.
@@ -39,13 +40,17 @@ enum class CompileError : std::uint8_t { kReturnsOne, kReturnsSqliteCode };
 // What an allocation failure is answered with, and whether its trace has an (always empty) detail.
 enum class OutOfMemory : std::uint8_t { kReturnsOne, kReturnsNoMemory, kReturnsOneWithDetail };
 
+// What a get-all does to the caller's pointer before anything else.
+enum class Outs : std::uint8_t { kCleared, kUntouched };
+
 // Whether a count is believed only when the step yields a row.
 enum class CountStep : std::uint8_t { kTested, kIgnored };
 
+// The forms. A table and statements that another form has, for accessors that share what they say, are left out.
 template <template <class> class Text>
 struct CountForm {
-  Text<Sql> table;
-  Text<Sql> select;
+  Text<Sql> table = {};
+  Text<Sql> select = {};
   Text<Message> no_row;
   Text<CountMessage> done;
   CountStep step = CountStep::kTested;
@@ -58,23 +63,27 @@ struct CountForm {
 
 template <template <class> class Text>
 struct GetAllForm {
-  Text<Sql> table;
-  Text<Sql> select;
+  Text<Sql> table = {};
+  Text<Sql> select = {};
   Text<Message> count_failed;
   Text<Message> no_rows;  // a count of zero
   Text<Message> reading;
   Text<Message> row;
   Text<CountMessage> done;
+  Outs outs = Outs::kCleared;
+  CompileError compile_error = CompileError::kReturnsOne;
+  OutOfMemory out_of_memory = OutOfMemory::kReturnsOne;
 
   constexpr GetAllForm<Stored> stored(auto store) const {
-    return {store(table), store(select), store(count_failed), store(no_rows), store(reading), store(row), store(done)};
+    return {store(table), store(select), store(count_failed), store(no_rows), store(reading), store(row),
+            store(done),  outs,          compile_error,       out_of_memory};
   }
 };
 
 template <template <class> class Text>
 struct GetOneForm {
-  Text<Sql> table;
-  Text<Sql> select;
+  Text<Sql> table = {};
+  Text<Sql> select = {};
   Text<Message> no_statement;
   Text<Message> no_row;
   Text<Message> reading;
@@ -90,9 +99,9 @@ struct GetOneForm {
 
 template <template <class> class Text>
 struct SetForm {
-  Text<Sql> table;
-  Text<Sql> insert;
-  Text<Sql> update;
+  Text<Sql> table = {};
+  Text<Sql> insert = {};
+  Text<Sql> update = {};
   Text<Message> present;
   Text<Message> done;
 
@@ -101,6 +110,16 @@ struct SetForm {
   }
 };
 
+// A table and one statement, for accessors that share what they say.
+template <template <class> class Text>
+struct SelectForm {
+  Text<Sql> table;
+  Text<Sql> select;
+
+  constexpr SelectForm<Stored> stored(auto store) const { return {store(table), store(select)}; }
+};
+
+using Select = SelectForm<Written>;
 using Count = CountForm<Written>;
 using GetAll = GetAllForm<Written>;
 using GetOne = GetOneForm<Written>;

@@ -11,12 +11,18 @@
 
 namespace qmv {
 
-enum class Module : std::uint8_t { kDb, kSensorRecords, kEventLog, kFru, kDynamicInstances };
+enum class Module : std::uint8_t { kDb, kSensorRecords, kEventLog, kFru, kStaticInstances, kDynamicInstances };
 
-// Where a log line comes from. Each module's folder has a here() that makes one from the line of its call.
-struct Site {
-  Module module;
-  std::uint16_t line;
+// Where a log line comes from, in one word. Each module's folder has a here() that makes one from the line of its call.
+class Site {
+ public:
+  constexpr Site(Module module, std::uint32_t line) : word_(line * kModules + static_cast<std::uint32_t>(module)) {}
+  constexpr Module module() const { return static_cast<Module>(word_ % kModules); }
+  constexpr int line() const { return static_cast<int>(word_ / kModules); }
+
+ private:
+  static constexpr std::uint32_t kModules = 8;
+  std::uint32_t word_;
 };
 
 const char* file_name(Module module);
@@ -89,13 +95,13 @@ inline constexpr bool kMatches = (Letter == 's' && std::is_convertible_v<Value, 
 template <char... Letters, class... Values>
 void trace(Site site, Format<Letters...> format, Values... values) {
   static_assert(sizeof...(Letters) == sizeof...(Values) && (... && kMatches<Letters, Values>));
-  HTRC_LINUXAPP_Runtime_DbgOut(kTraceLevel, format.text(), file_name(site.module), site.line, values...);
+  HTRC_LINUXAPP_Runtime_DbgOut(kTraceLevel, format.text(), file_name(site.module()), site.line(), values...);
 }
 
 template <char... Letters, class... Values>
 void error(Site site, Format<Letters...> format, Values... values) {
   static_assert(sizeof...(Letters) == sizeof...(Values) && (... && kMatches<Letters, Values>));
-  HTRC_LINUXAPP_DbgOut(kErrorLevel, format.text(), file_name(site.module), site.line, values...);
+  HTRC_LINUXAPP_DbgOut(kErrorLevel, format.text(), file_name(site.module()), site.line(), values...);
 }
 #pragma GCC diagnostic pop
 

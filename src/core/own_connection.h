@@ -7,6 +7,7 @@
 namespace qmv {
 
 inline constexpr char kInstanceDatabase[] = "/tmp/cim.db";
+inline constexpr char kTemporaryDatabase[] = "/tmp/tmp_cim.db";
 
 class OwnConnection {
  public:

@@ -14,6 +14,34 @@ std::int32_t compile(Statement& statement, sqlite3* db, Site site, const char* f
   return statement.compile(db, site, formatted, tail);
 }
 
+std::int32_t answer_of(CompileError answer, std::int32_t code) {
+  return answer == CompileError::kReturnsSqliteCode ? code : kFailure;
+}
+
+// The beginning of both get-ones, up to the step. Returns the accessor's status when it ends here.
+std::int32_t start(const GetOneForm<Stored>& form, Site site, Statement& statement, sqlite3* db, const char* select,
+                   va_list arguments) {
+  const std::int32_t code = compile(statement, db, site, select, arguments);
+  if (code != SQLITE_OK) return answer_of(form.compile_error, code);
+  if (!statement.missing()) return kOk;
+  trace(site, text(form, form.no_statement));
+  return kFailure;
+}
+
+// Inserts, or updates where the key exists, with the same arguments. Returns the code of the last statement.
+std::int32_t upsert(Site site, sqlite3* db, const char* insert, const char* present, const char* update,
+                    va_list arguments) {
+  va_list again;
+  va_copy(again, arguments);
+  std::int32_t code = execute(db, insert, arguments);
+  if (code == SQLITE_CONSTRAINT) {
+    trace(site, present);
+    code = execute(db, update, again);
+  }
+  va_end(again);
+  return code;
+}
+
 }  // namespace
 
 std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer) {
@@ -28,12 +56,13 @@ std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer) 
   return answer == OutOfMemory::kReturnsNoMemory ? kNoMemory : kFailure;
 }
 
-std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...) {
+std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, const char* select,
+                        ...) {
   *count = 0;
   Statement statement;
   va_list arguments;
-  va_start(arguments, count);
-  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments, Tail::kOmitted);
+  va_start(arguments, select);
+  const std::int32_t code = compile(statement, db, site, select, arguments, Tail::kOmitted);
   va_end(arguments);
   return code == SQLITE_OK ? read_count(form, site, statement, count) : kFailure;
 }
@@ -57,8 +86,8 @@ std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& sta
 }
 
 std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
-                          std::int32_t* count, Out records, ...) {
-  records.store(nullptr);
+                          std::int32_t* count, Out records, const char* select, ...) {
+  if (form.outs == Outs::kCleared) records.store(nullptr);
   if (counted.status != kOk || counted.rows < 0) {
     trace(site, text(form, form.count_failed));
     return kFailure;
@@ -71,10 +100,11 @@ std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layou
 
   Statement statement;
   va_list arguments;
-  va_start(arguments, records);
-  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments);
+  va_start(arguments, select);
+  const std::int32_t code = compile(statement, db, site, select, arguments);
   va_end(arguments);
-  return code == SQLITE_OK ? read_rows(form, site, layout, statement, counted.rows, records) : kFailure;
+  if (code != SQLITE_OK) return answer_of(form.compile_error, code);
+  return read_rows(form, site, layout, statement, counted.rows, records);
 }
 
 std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, Statement& statement,
@@ -82,7 +112,7 @@ std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& 
   const auto rows = static_cast<std::size_t>(count);
   auto* const block = static_cast<char*>(std::calloc(rows, layout.record_size));
   records.store(block);
-  if (block == nullptr) return out_of_memory(site, statement);
+  if (block == nullptr) return out_of_memory(site, statement, form.out_of_memory);
   if (statement.missing()) return kOk;
 
   trace(site, text(form, form.reading));
@@ -100,17 +130,13 @@ std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& 
 }
 
 std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record,
-                         ...) {
+                         const char* select, ...) {
   Statement statement;
   va_list arguments;
-  va_start(arguments, record);
-  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments);
+  va_start(arguments, select);
+  const std::int32_t status = start(form, site, statement, db, select, arguments);
   va_end(arguments);
-  if (code != SQLITE_OK) return form.compile_error == CompileError::kReturnsSqliteCode ? code : kFailure;
-  if (statement.missing()) {
-    trace(site, text(form, form.no_statement));
-    return kFailure;
-  }
+  if (status != kOk) return status;
   if (statement.step() != SQLITE_ROW) {
     trace(site, text(form, form.no_row));
     return kFailure;
@@ -124,17 +150,37 @@ std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout
   return kOk;
 }
 
-std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...) {
+std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, void* record,
+                      const char* select, ...) {
+  Statement statement;
   va_list arguments;
-  va_start(arguments, db);
-  const std::int32_t code = execute(db, text(form, form.insert), arguments);
+  va_start(arguments, select);
+  const std::int32_t status = start(form, site, statement, db, select, arguments);
   va_end(arguments);
-  if (code == SQLITE_CONSTRAINT) {
-    trace(site, text(form, form.present));
-    va_start(arguments, db);
-    execute(db, text(form, form.update), arguments);
-    va_end(arguments);
+  if (status != kOk) return status;
+  trace(site, text(form, form.reading));
+  if (statement.step() != SQLITE_ROW) {
+    trace(site, text(form, form.no_row));
+    return kFailure;
   }
+  read_row(statement.get(), layout, record, Before::kUnknown);
+  trace(site, text(form, form.done));
+  return kOk;
+}
+
+std::int32_t upsert_row(Site site, sqlite3* db, const char* insert, const char* present, const char* update, ...) {
+  va_list arguments;
+  va_start(arguments, update);
+  const std::int32_t code = upsert(site, db, insert, present, update, arguments);
+  va_end(arguments);
+  return code;
+}
+
+std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, const char* insert, const char* update, ...) {
+  va_list arguments;
+  va_start(arguments, update);
+  upsert(site, db, insert, text(form, form.present), update, arguments);
+  va_end(arguments);
   trace(site, text(form, form.done));
   return kOk;
 }

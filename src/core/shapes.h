@@ -41,13 +41,18 @@ Counted counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter...), sqlit
   return result;
 }
 
-// The shapes proper. The variable arguments are those of the statement, the table's name first; of the set's two
+// The shapes proper. The variable arguments are those of the statement, the table's name first; of the upsert's two
 // statements both take the name and the record's columns, and the update goes on to take its keys.
-std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...);
+std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, const char* select,
+                        ...);
 std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
-                          std::int32_t* count, Out records, ...);
-std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record, ...);
-std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...);
+                          std::int32_t* count, Out records, const char* select, ...);
+std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record,
+                         const char* select, ...);
+std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, void* record,
+                      const char* select, ...);
+std::int32_t upsert_row(Site site, sqlite3* db, const char* insert, const char* present, const char* update, ...);
+std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, const char* insert, const char* update, ...);
 
 // The second halves of count and get-all, from the compiled statement on, for accessors whose first half departs.
 std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& statement, std::int32_t* count);
@@ -103,41 +108,72 @@ constexpr bool fits_columns(const char* text, const auto&... lists) {
          conversions.next().letter == 0;
 }
 
-template <const auto& Form, class... Filter>
+// The text of a packed form.
+#define QMV_TEXT(packed, member) ::qmv::text((packed).form, (packed).form.member)
+
+// In the templates below, Sql has the table's name and the statements, and Form what is said and answered; they are one
+// where a table's accessors share neither.
+template <const auto& Form, const auto& Sql = Form, class... Filter>
 std::int32_t get_count(Site site, sqlite3* db, std::int32_t* count, Filter... filter) {
-  static_assert(fits<Filter...>(Form.at_compile_time(Form.form.select)));
-  return count_rows(Form.form, site, db, count, text(Form.form, Form.form.table), filter...);
+  static_assert(fits<Filter...>(Sql.at_compile_time(Sql.form.select)));
+  return count_rows(Form.form, site, db, count, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), filter...);
 }
 
-template <const auto& Form, const auto& List, class... Filter>
-std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* count,
-                     typename std::remove_cvref_t<decltype(List)>::Record** records, Filter... filter) {
-  static_assert(fits<Filter...>(Form.at_compile_time(Form.form.select)));
-  return get_all_rows(Form.form, site, List.layout, db, counted, count, records, text(Form.form, Form.form.table),
-                      filter...);
+template <const auto& List>
+using RecordOf = typename std::remove_cvref_t<decltype(List)>::Record;
+
+template <const auto& Form, const auto& List, const auto& Sql = Form, class... Filter>
+std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* count, RecordOf<List>** records,
+                     Filter... filter) {
+  static_assert(fits<Filter...>(Sql.at_compile_time(Sql.form.select)));
+  return get_all_rows(Form.form, site, List.layout, db, counted, count, records, QMV_TEXT(Sql, select),
+                      QMV_TEXT(Sql, table), filter...);
 }
 
-template <const auto& Form, const auto& List, class... Keys>
-std::int32_t get_one(Site site, sqlite3* db, typename std::remove_cvref_t<decltype(List)>::Record** record,
-                     Keys... keys) {
-  static_assert(fits<Keys...>(Form.at_compile_time(Form.form.select)));
-  return get_one_row(Form.form, site, List.layout, db, record, text(Form.form, Form.form.table), keys...);
+// Get-one into a new record.
+template <const auto& Form, const auto& List, const auto& Sql = Form, class... Keys>
+std::int32_t get_one(Site site, sqlite3* db, RecordOf<List>** record, Keys... keys) {
+  static_assert(fits<Keys...>(Sql.at_compile_time(Sql.form.select)));
+  return get_one_row(Form.form, site, List.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), keys...);
 }
 
-// Hands the columns of a list, and then those of the keys, to the set shape.
-template <const auto& Form, const auto& List, const auto& Keys, class Record, std::size_t... Each, std::size_t... Key>
-std::int32_t set_columns(Site site, sqlite3* db, const Record& record, std::index_sequence<Each...>,
-                         std::index_sequence<Key...>) {
-  return set_row(Form.form, site, db, text(Form.form, Form.form.table), value<List, Each>(record)...,
-                 value<Keys, Key>(record)...);
+// Get-one into the caller's record; it traces the reading before it steps.
+template <const auto& Form, const auto& List, const auto& Sql = Form, class... Keys>
+std::int32_t fill(Site site, sqlite3* db, RecordOf<List>* record, Keys... keys) {
+  static_assert(fits<Keys...>(Sql.at_compile_time(Sql.form.select)));
+  return fill_row(Form.form, site, List.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), keys...);
 }
 
-template <const auto& Form, const auto& List, const auto& Keys>
-std::int32_t set(Site site, sqlite3* db, const typename std::remove_cvref_t<decltype(List)>::Record* record) {
-  static_assert(fits_columns(Form.at_compile_time(Form.form.insert), List));
-  static_assert(fits_columns(Form.at_compile_time(Form.form.update), List, Keys));
-  return set_columns<Form, List, Keys>(site, db, *record, std::make_index_sequence<List.table_columns()>{},
-                                       std::make_index_sequence<Keys.table_columns()>{});
+// Hands the columns of a record, and then the keys, to the call of a variadic shape.
+template <const auto& List, const auto& Keys, class Call, std::size_t... Each, std::size_t... Key>
+std::int32_t with_columns(const RecordOf<List>& record, Call call, std::index_sequence<Each...>,
+                          std::index_sequence<Key...>) {
+  return call(value<List, Each>(record)..., value<Keys, Key>(record)...);
+}
+
+template <const auto& List, const auto& Keys, const auto& Sql, class Call>
+std::int32_t with_columns(const RecordOf<List>& record, Call call) {
+  static_assert(fits_columns(Sql.at_compile_time(Sql.form.insert), List));
+  static_assert(fits_columns(Sql.at_compile_time(Sql.form.update), List, Keys));
+  return with_columns<List, Keys>(record, call, std::make_index_sequence<List.table_columns()>{},
+                                  std::make_index_sequence<Keys.table_columns()>{});
+}
+
+// Inserts the record, or updates it where its key exists. Returns the code of the last statement.
+template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql = Form>
+std::int32_t upsert(Site site, sqlite3* db, const RecordOf<List>* record) {
+  return with_columns<List, Keys, Sql>(*record, [site, db](auto... values) {
+    return upsert_row(site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Form, present), QMV_TEXT(Sql, update),
+                      QMV_TEXT(Sql, table), values...);
+  });
+}
+
+// Set: an upsert that reports success whatever happened.
+template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql = Form>
+std::int32_t set(Site site, sqlite3* db, const RecordOf<List>* record) {
+  return with_columns<List, Keys, Sql>(*record, [site, db](auto... values) {
+    return set_row(Form.form, site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Sql, update), QMV_TEXT(Sql, table), values...);
+  });
 }
 
 }  // namespace qmv

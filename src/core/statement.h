@@ -20,6 +20,7 @@ class SqlText {
   ~SqlText() { sqlite3_free(text_); }
 
   const char* get() const { return text_; }
+  char* get() { return text_; }
 
   // Gives the text up without releasing it.
   const char* leave_allocated() {

@@ -7,7 +7,7 @@ namespace {
 
 using namespace qmv;
 
-Site here(std::uint16_t line = __builtin_LINE()) {
+constexpr Site here(std::uint32_t line = __builtin_LINE()) {
   return {Module::kFru, line};
 }
 

@@ -1,7 +1,7 @@
 // Compact sensor records, table "compact_sdr".
 #include "core/shapes.h"
 #include "qmv/sdr.h"
-#include "sdr/compact_columns.h"
+#include "sdr/compact_table.h"
 #include "sdr/site.h"
 
 namespace {
@@ -9,38 +9,31 @@ namespace {
 using namespace qmv;
 using sdr::here;
 using sdr::kCompactColumns;
+using sdr::kCompactGetAll;
 using Record = compact_sdr_rec;
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(DeviceID));
 
-constexpr Count count_form(Sql select) {
-  return {
-      .table = "compact_sdr",
-      .select = select,
+constexpr auto kCount = packed([] {
+  return Count{
       .no_row = "[%s:%d]No records found",
       .done = "[%s:%d]Successfully return the no. of sensors present",
   };
-}
-constexpr auto kCount = packed([] { return count_form("select count(*) from %q;"); });
+});
+constexpr auto kCountAll = packed([] { return Select{"compact_sdr", "select count(*) from %q;"}; });
 constexpr auto kCountEntities = packed([] {
-  return count_form(
-      "select count(*) from (select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance);");
+  return Select{
+      "compact_sdr",
+      "select count(*) from (select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance);",
+  };
 });
 
-constexpr GetAll get_all_form(Sql select) {
-  return {
-      .table = "compact_sdr",
-      .select = select,
-      .count_failed = "[%s:%d]Fail to get sensor records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get All compact SDR records from database",
-      .row = "[%s:%d]Successfully got the Sensor record",
-      .done = "[%s:%d]Successfully got all the sensors",
+constexpr auto kSelectAll = packed([] { return Select{"compact_sdr", "select * from %q;"}; });
+constexpr auto kSelectEntities = packed([] {
+  return Select{
+      "compact_sdr",
+      "select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance;",
   };
-}
-constexpr auto kGetAll = packed([] { return get_all_form("select * from %q;"); });
-constexpr auto kGetEntities = packed([] {
-  return get_all_form("select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance;");
 });
 
 constexpr auto kGetByNumber = packed([] {
@@ -54,10 +47,8 @@ constexpr auto kGetByNumber = packed([] {
   };
 });
 
-constexpr GetOne get_one_form(Sql select) {
-  return {
-      .table = "compact_sdr",
-      .select = select,
+constexpr auto kGetOne = packed([] {
+  return GetOne{
       .no_statement = "[%s:%d]Failed to get Compact SDR records. SQLite stmt is NULL",
       .no_row = "[%s:%d]Failed to get the Compact SDR record",
       .reading = "[%s:%d]Get compact sdr from database",
@@ -65,10 +56,13 @@ constexpr GetOne get_one_form(Sql select) {
       .compile_error = CompileError::kReturnsSqliteCode,
       .out_of_memory = OutOfMemory::kReturnsNoMemory,
   };
-}
-constexpr auto kGetByEntity =
-    packed([] { return get_one_form("select * from %q where EntityID=%i and EntityInstance=%i;"); });
-constexpr auto kGetByDeviceId = packed([] { return get_one_form("select * from %q where DeviceID='%q';"); });
+});
+constexpr auto kSelectByEntity = packed([] {
+  return Select{"compact_sdr", "select * from %q where EntityID=%i and EntityInstance=%i;"};
+});
+constexpr auto kSelectByDeviceId = packed([] {
+  return Select{"compact_sdr", "select * from %q where DeviceID='%q';"};
+});
 
 constexpr auto kSet = packed([] {
   return Set{
@@ -112,18 +106,20 @@ std::int32_t db_set_compact_sdr_info(sqlite3* db, const compact_sdr_rec* record)
 }
 
 std::int32_t db_get_num_compact_sdr(sqlite3* db, std::int32_t* count, std::int32_t PhysicalElement) noexcept {
-  return PhysicalElement == 0 ? get_count<kCount>(here(), db, count)
-                              : get_count<kCountEntities>(here(), db, count, PhysicalElement, PhysicalElement);
+  return PhysicalElement == 0 ? get_count<kCount, kCountAll>(here(), db, count)
+                              : get_count<kCount, kCountEntities>(here(), db, count, PhysicalElement, PhysicalElement);
 }
 
 std::int32_t db_get_all_compact_sdrs(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kGetAll, kCompactColumns>(here(), db, counted(db_get_num_compact_sdr, db, 0), count, records);
+  return get_all<kCompactGetAll, kCompactColumns, kSelectAll>(here(), db, counted(db_get_num_compact_sdr, db, 0), count,
+                                                              records);
 }
 
 std::int32_t db_get_all_compact_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t PhysicalElement, std::int32_t* count,
                                                       compact_sdr_rec** records) noexcept {
-  return get_all<kGetEntities, kCompactColumns>(here(), db, counted(db_get_num_compact_sdr, db, PhysicalElement), count,
-                                                records, PhysicalElement, PhysicalElement);
+  return get_all<kCompactGetAll, kCompactColumns, kSelectEntities>(here(), db,
+                                                                   counted(db_get_num_compact_sdr, db, PhysicalElement),
+                                                                   count, records, PhysicalElement, PhysicalElement);
 }
 
 std::int32_t db_get_compact_sdr_info(sqlite3* db, std::int32_t SensorNum, const char* DeviceID, std::int32_t OwnerLUN,
@@ -133,9 +129,9 @@ std::int32_t db_get_compact_sdr_info(sqlite3* db, std::int32_t SensorNum, const 
 
 std::int32_t db_get_compact_sdr_by_entityid_entityinst(sqlite3* db, std::int32_t EntityID, std::int32_t EntityInstance,
                                                        compact_sdr_rec** record) noexcept {
-  return get_one<kGetByEntity, kCompactColumns>(here(), db, record, EntityID, EntityInstance);
+  return get_one<kGetOne, kCompactColumns, kSelectByEntity>(here(), db, record, EntityID, EntityInstance);
 }
 
 std::int32_t db_get_compact_sdr(sqlite3* db, const char* DeviceID, compact_sdr_rec** record) noexcept {
-  return get_one<kGetByDeviceId, kCompactColumns>(here(), db, record, DeviceID);
+  return get_one<kGetOne, kCompactColumns, kSelectByDeviceId>(here(), db, record, DeviceID);
 }

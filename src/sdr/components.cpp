@@ -5,7 +5,7 @@
 #include "core/own_connection.h"
 #include "core/shapes.h"
 #include "qmv/sdr.h"
-#include "sdr/compact_columns.h"
+#include "sdr/compact_table.h"
 #include "sdr/entity_class_map.h"
 #include "sdr/site.h"
 
@@ -14,6 +14,7 @@ namespace {
 using namespace qmv;
 using sdr::here;
 using sdr::kCompactColumns;
+using sdr::kCompactGetAll;
 
 // IPMI 2.0, tables 42-3 and 42-2.
 constexpr std::int32_t kProcessorSensor = 0x07;
@@ -22,52 +23,53 @@ constexpr std::int32_t kRedundancyEvents = 0x0b;
 // The bit of PhysicalElement that marks memory.
 constexpr std::int32_t kMemoryElement = 256;
 
-constexpr Count count_form(Sql select) {
-  return {
-      .table = "compact_sdr",
-      .select = select,
+constexpr auto kCount = packed([] {
+  return Count{
       .no_row = kSilent,
       .done = "[%s:%d]Successfully return the no. of sensors present",
       .step = CountStep::kIgnored,
   };
-}
-constexpr auto kCountRedundancySets = packed([] {
-  return count_form("select count(*) from (select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance);");
 });
-constexpr auto kCountProcessors = packed([] { return count_form("select count(*) from %q where SensorType=%d;"); });
 
-constexpr GetAll get_all_form(Sql select, Message row) {
-  return {
-      .table = "compact_sdr",
-      .select = select,
+constexpr auto kCountRedundancySets = packed([] {
+  return Select{
+      "compact_sdr",
+      "select count(*) from (select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance);",
+  };
+});
+constexpr auto kSelectRedundancySets = packed([] {
+  return Select{"compact_sdr", "select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance;"};
+});
+constexpr auto kCountByType = packed([] {
+  return Select{"compact_sdr", "select count(*) from %q where SensorType=%d;"};
+});
+constexpr auto kSelectByType = packed([] { return Select{"compact_sdr", "select * from %q where SensorType=%d;"}; });
+
+// As the other get-alls of the table, but silent about each record.
+constexpr auto kGetProcessors = packed([] {
+  return GetAll{
       .count_failed = "[%s:%d]Fail to get sensor records",
       .no_rows = kSilent,
       .reading = "[%s:%d]Get All compact SDR records from database",
-      .row = row,
+      .row = kSilent,
       .done = "[%s:%d]Successfully got all the sensors",
   };
-}
-constexpr auto kGetRedundancySets = packed([] {
-  return get_all_form("select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance;",
-                      "[%s:%d]Successfully got the Sensor record");
 });
-constexpr auto kGetMemory = packed(
-    [] { return get_all_form("select * from %q where SensorType=%d;", "[%s:%d]Successfully got the Sensor record"); });
-constexpr auto kGetProcessors = packed([] { return get_all_form("select * from %q where SensorType=%d;", kSilent); });
 
 }  // namespace
 
 std::int32_t db_get_redundancyset_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCountRedundancySets>(here(), db, count, kRedundancyEvents);
+  return get_count<kCount, kCountRedundancySets>(here(), db, count, kRedundancyEvents);
 }
 
 std::int32_t db_get_all_redundancyset(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kGetRedundancySets, kCompactColumns>(here(), db, counted(db_get_redundancyset_cnt, db), count, records,
-                                                      kRedundancyEvents);
+  return get_all<kCompactGetAll, kCompactColumns, kSelectRedundancySets>(
+      here(), db, counted(db_get_redundancyset_cnt, db), count, records, kRedundancyEvents);
 }
 
 // Written out: the statement has two tables.
 std::int32_t db_get_memory_cnt(sqlite3* db, std::int32_t* count) noexcept {
+  const Site site = here();
   *count = 0;
   const SqlText text(
       sqlite3_mprintf("select count(*) from \t( SELECT  compact_sdr.DeviceID FROM %q WHERE (PhysicalElement & %i) = %i "
@@ -75,24 +77,24 @@ std::int32_t db_get_memory_cnt(sqlite3* db, std::int32_t* count) noexcept {
                       "full_sdr.DeviceID FROM %q WHERE  (PhysicalElement & %i) = %i);",
                       "compact_sdr", kMemoryElement, kMemoryElement, "full_sdr", kMemoryElement, kMemoryElement));
   Statement statement;
-  if (statement.compile(db, here(), text, Tail::kOmitted) != SQLITE_OK) return kFailure;
-  return read_count(kCountProcessors.form, here(), statement, count);
+  if (statement.compile(db, site, text, Tail::kOmitted) != SQLITE_OK) return kFailure;
+  return read_count(kCount.form, site, statement, count);
 }
 
 // QUIRK: Counts the elements with the memory bit, and reads the compact sensors of type memory. Fewer of these leave
 // zeroed records at the end, more are dropped. Test: Components.MemoryIsCountedByElementAndReadBySensorType.
 std::int32_t db_get_all_memory(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kGetMemory, kCompactColumns>(here(), db, counted(db_get_memory_cnt, db), count, records,
-                                              kMemorySensor);
+  return get_all<kCompactGetAll, kCompactColumns, kSelectByType>(here(), db, counted(db_get_memory_cnt, db), count,
+                                                                 records, kMemorySensor);
 }
 
 std::int32_t db_get_processor_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCountProcessors>(here(), db, count, kProcessorSensor);
+  return get_count<kCount, kCountByType>(here(), db, count, kProcessorSensor);
 }
 
 std::int32_t db_get_all_processor(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kGetProcessors, kCompactColumns>(here(), db, counted(db_get_processor_cnt, db), count, records,
-                                                  kProcessorSensor);
+  return get_all<kGetProcessors, kCompactColumns, kSelectByType>(here(), db, counted(db_get_processor_cnt, db), count,
+                                                                 records, kProcessorSensor);
 }
 
 namespace {

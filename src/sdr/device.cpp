@@ -9,12 +9,12 @@ using namespace qmv;
 using sdr::here;
 using Record = device_rec;
 
-// QUIRK: Both texts are read without regard to their fields' width: a longer one runs on over the members behind it,
-// and what a later column does not overwrite stays. It ends with the record. Test:
-// Device.LongTextsRunOnUpToTheRecordsEnd.
+// QUIRK: The address is read without regard to its field's width: a longer text runs on over the members behind it, up
+// to the record's end, and what a later column does not overwrite stays. (So is the GUID, but later columns fill all
+// that is behind it.) Test: Device.LongTextsRunOnUpToTheRecordsEnd.
 constexpr auto kReadColumns =
-    columns<Record>(QMV_RUNNING_COLUMN(GUID), QMV_COLUMN(DeviceType), QMV_RUNNING_COLUMN(IPAddress),
-                    QMV_COLUMN(RequestedState), QMV_COLUMN(EntityID), QMV_COLUMN(EntityInstance));
+    columns<Record>(QMV_COLUMN(GUID), QMV_COLUMN(DeviceType), QMV_RUNNING_COLUMN(IPAddress), QMV_COLUMN(RequestedState),
+                    QMV_COLUMN(EntityID), QMV_COLUMN(EntityInstance));
 
 constexpr auto kColumns = columns<Record>(QMV_COLUMN(GUID), QMV_COLUMN(DeviceType), QMV_COLUMN(IPAddress),
                                           QMV_COLUMN(RequestedState), QMV_COLUMN(EntityID), QMV_COLUMN(EntityInstance));

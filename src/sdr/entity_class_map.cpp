@@ -1,10 +1,13 @@
 #include "sdr/entity_class_map.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace qmv {
 
-const EntityClass EntityClassMap[kEntityClasses] = {
+namespace {
+
+constexpr EntityClass kWritten[kEntityClasses] = {
     {"0", "TBD", "TBD", "Unspecified"},
     {"1", "TBD", "TBD", "Other"},
     {"2", "TBD", "TBD", "Unknown"},
@@ -61,9 +64,73 @@ const EntityClass EntityClassMap[kEntityClasses] = {
     {"53", "TBD", "TBD", "Real Time Clock(RTC)"},
 };
 
+// The table as it is stored: each text once, and rows of distances into them. Pointers would have to be relocated at
+// load time, 216 of them.
+struct Row {
+  std::uint16_t id, logical_class, physical_class, description;
+};
+constexpr std::size_t kRoom = 4096;
+
+struct Texts {
+  Row rows[kEntityClasses]{};
+  char texts[kRoom]{};
+  std::size_t used = 0;
+
+  // The place of a text, which is added when it is new.
+  constexpr std::uint16_t place_of(const char* text) {
+    std::size_t at = 0;
+    while (at < used && !is_at(at, text)) {
+      while (texts[at++] != 0) continue;
+    }
+    if (at == used) {
+      do texts[used++] = *text;
+      while (*text++ != 0);
+    }
+    return static_cast<std::uint16_t>(at);
+  }
+
+  constexpr bool is_at(std::size_t at, const char* text) const {
+    while (texts[at] == *text && *text != 0) ++at, ++text;
+    return texts[at] == *text;
+  }
+};
+
+constexpr Texts collected() {
+  Texts made;
+  for (std::size_t i = 0; i < kEntityClasses; ++i) {
+    const EntityClass& row = kWritten[i];
+    made.rows[i] = {made.place_of(row.id), made.place_of(row.logical_class), made.place_of(row.physical_class),
+                    made.place_of(row.description)};
+  }
+  return made;
+}
+
+// The same, without the room that was not needed.
+template <std::size_t Size>
+struct Map {
+  Row rows[kEntityClasses];
+  char texts[Size];
+};
+
+constexpr auto kMap = [] {
+  constexpr Texts kCollected = collected();
+  Map<kCollected.used> map{};
+  for (std::size_t i = 0; i < kEntityClasses; ++i) map.rows[i] = kCollected.rows[i];
+  for (std::size_t i = 0; i < kCollected.used; ++i) map.texts[i] = kCollected.texts[i];
+  return map;
+}();
+
+}  // namespace
+
+EntityClass entity_class(std::int32_t entity_id) {
+  const Row& row = kMap.rows[entity_id];
+  return {kMap.texts + row.id, kMap.texts + row.logical_class, kMap.texts + row.physical_class,
+          kMap.texts + row.description};
+}
+
 bool is_of_logical_class(std::int32_t entity_id, const char* cim_class) {
   return entity_id >= 0 && entity_id < kEntityClasses &&
-         std::strcmp(EntityClassMap[entity_id].logical_class, cim_class) == 0;
+         std::strcmp(kMap.texts + kMap.rows[entity_id].logical_class, cim_class) == 0;
 }
 
 }  // namespace qmv

@@ -14,7 +14,9 @@ struct EntityClass {
 };
 
 inline constexpr std::int32_t kEntityClasses = 54;
-extern const EntityClass EntityClassMap[kEntityClasses];
+
+// The row of an entity ID from 0 to 53.
+EntityClass entity_class(std::int32_t entity_id);
 
 // Whether an entity ID's logical class is that CIM class. IDs outside the map, which real servers have, are of no
 // class.

@@ -42,15 +42,12 @@ constexpr auto kGetAll = packed([] {
   };
 });
 
-constexpr Count count_form(Sql select) {
-  return {
-      .table = "full_sdr",
-      .select = select,
+constexpr auto kCount = packed([] {
+  return Count{
       .no_row = "[%s:%d]No records found",
       .done = "[%s:%d]Successfully return the no. of numeric sensor present",
   };
-}
-constexpr auto kCount = packed([] { return count_form("select count(*) from %q;"); });
+});
 
 constexpr GetOne get_one_form(Sql select) {
   return {
@@ -154,6 +151,7 @@ std::int32_t db_get_full_sdr(sqlite3* db, const char* DeviceID, full_sdr_rec** r
 // Written out: a compile error goes to standard error first.
 std::int32_t db_get_num_full_sdr(sqlite3* db, std::int32_t* count, std::int32_t PhysicalElement) noexcept {
   *count = 0;
+  const Site site = here();
   const SqlText text(
       PhysicalElement == 0
           ? sqlite3_mprintf("select count(*) from %q;", "full_sdr")
@@ -163,10 +161,10 @@ std::int32_t db_get_num_full_sdr(sqlite3* db, std::int32_t* count, std::int32_t 
   Statement statement;
   if (statement.prepare(db, text, Tail::kOmitted) != SQLITE_OK) {
     std::fprintf(stderr, "SQL Compilation error: %s", sqlite3_errmsg(db));
-    log_compile_error(here(), db);
+    log_compile_error(site, db);
     return kFailure;
   }
-  return read_count(kCount.form, here(), statement, count);
+  return read_count(kCount.form, site, statement, count);
 }
 
 // Written out: both failures go to standard error as well.
@@ -177,7 +175,7 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
   const Counted sensors = counted(db_get_num_full_sdr, db, PhysicalElement);
   if (sensors.status != kOk || sensors.rows < 0) {
     std::fputs(" Fail to get numericsensor records \n", stderr);
-    trace(site, text(kGetAll.form, kGetAll.form.count_failed));
+    trace(site, QMV_TEXT(kGetAll, count_failed));
     return kFailure;
   }
   if (sensors.rows == 0) return kOk;

@@ -6,7 +6,7 @@
 
 namespace qmv::sel {
 
-inline Site here(std::uint16_t line = __builtin_LINE()) {
+constexpr Site here(std::uint32_t line = __builtin_LINE()) {
   return {Module::kEventLog, line};
 }
 

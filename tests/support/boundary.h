@@ -38,8 +38,8 @@ struct Boundary {
   sqlite3* last_opened = nullptr;       // also after a failure
   int (*busy_handler)(void*, int) = nullptr;
   int busy_handlers_installed = 0;
-  std::set<void*> texts_alive;   // formatted by SQLite and not released
-  int statements_alive = 0;      // prepared and not finalised
+  std::set<void*> texts_alive;  // formatted by SQLite and not released
+  int statements_alive = 0;     // prepared and not finalised
   int allocations = 0;
 
   std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
@@ -66,7 +66,8 @@ std::string redirected(const std::string& path);
 // The calls as they are without the wrapping, for tests that prepare and look at databases.
 extern "C" {
 int __real_sqlite3_open(const char* path, sqlite3** db);
-int __real_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context, char** error);
+int __real_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context,
+                        char** error);
 int __real_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_stmt** statement, const char** tail);
 int __real_sqlite3_step(sqlite3_stmt* statement);
 int __real_sqlite3_finalize(sqlite3_stmt* statement);

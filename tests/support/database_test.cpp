@@ -24,7 +24,8 @@ void DatabaseTest::TearDown() {
 
 void DatabaseTest::sql(sqlite3* connection, const std::string& text) {
   char* message = nullptr;
-  ASSERT_EQ(SQLITE_OK, __real_sqlite3_exec(connection, text.c_str(), nullptr, nullptr, &message)) << message << ": " << text;
+  ASSERT_EQ(SQLITE_OK, __real_sqlite3_exec(connection, text.c_str(), nullptr, nullptr, &message))
+      << message << ": " << text;
 }
 
 void DatabaseTest::sql_before(const std::string& statement, const std::string& text) {
@@ -46,7 +47,8 @@ Texts DatabaseTest::rows_of(sqlite3* connection, const std::string& query) {
     return 0;
   };
   char* message = nullptr;
-  EXPECT_EQ(SQLITE_OK, __real_sqlite3_exec(connection, query.c_str(), add, &rows, &message)) << message << ": " << query;
+  EXPECT_EQ(SQLITE_OK, __real_sqlite3_exec(connection, query.c_str(), add, &rows, &message))
+      << message << ": " << query;
   return rows;
 }
 

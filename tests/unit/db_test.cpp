@@ -1,9 +1,8 @@
 // Connections and statement execution.
-#include "qmv/core.h"
-
 #include <filesystem>
 #include <string>
 
+#include "qmv/core.h"
 #include "support/database_test.h"
 
 namespace qmv::test {
@@ -42,8 +41,7 @@ TEST_P(DbOpen, FailedOpenIsLoggedTwiceAndTheHandleIsClosedAndKept) {
   boundary().fixed_files = "/nonexistent";
   sqlite3* opened = nullptr;
   EXPECT_EQ(SQLITE_CANTOPEN, GetParam().open(&opened));
-  const LogLine line =
-      error("Can't open database(" + std::string(GetParam().path) + "): unable to open database file");
+  const LogLine line = error("Can't open database(" + std::string(GetParam().path) + "): unable to open database file");
   EXPECT_EQ(Lines({line, line}), logged());
   EXPECT_EQ(0, boundary().busy_handlers_installed);
   EXPECT_NE(nullptr, opened) << "the handle's value is left as SQLite stored it";

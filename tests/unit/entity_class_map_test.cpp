@@ -72,14 +72,14 @@ constexpr EntityClass kExpected[] = {
 
 TEST(EntityClassMap, HasTheseRowsByEntityId) {
   ASSERT_EQ(54u, std::size(kExpected));
-  ASSERT_EQ(54u, std::size(EntityClassMap));
-  for (std::size_t id = 0; id < 54; ++id) {
+  ASSERT_EQ(54, kEntityClasses);
+  for (std::int32_t id = 0; id < 54; ++id) {
     SCOPED_TRACE(id);
-    EXPECT_EQ(std::to_string(id), EntityClassMap[id].id);
-    EXPECT_STREQ(kExpected[id].id, EntityClassMap[id].id);
-    EXPECT_STREQ(kExpected[id].logical_class, EntityClassMap[id].logical_class);
-    EXPECT_STREQ(kExpected[id].physical_class, EntityClassMap[id].physical_class);
-    EXPECT_STREQ(kExpected[id].description, EntityClassMap[id].description);
+    EXPECT_EQ(std::to_string(id), entity_class(id).id);
+    EXPECT_STREQ(kExpected[id].id, entity_class(id).id);
+    EXPECT_STREQ(kExpected[id].logical_class, entity_class(id).logical_class);
+    EXPECT_STREQ(kExpected[id].physical_class, entity_class(id).physical_class);
+    EXPECT_STREQ(kExpected[id].description, entity_class(id).description);
   }
 }
 

@@ -9,7 +9,8 @@ namespace qmv::test {
 namespace {
 
 constexpr char kTable[] =
-    "create table fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber, EntityID, EntityInst, IDStrLen, DevIdStr, "
+    "create table fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber, EntityID, EntityInst, IDStrLen, "
+    "DevIdStr, "
     "ChassisSerNumber, ChassisPartNumber, ChassisCustFields, ProdSerNumber, ProdPartNumber, ProdMfrName, BrdSerNumber, "
     "BrdPartNumber, BrdMfrName, unique (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber));";
 
@@ -180,10 +181,11 @@ TEST_F(Fru, SetInsertsEveryFieldUnderItsColumn) {
   const fru_rec record = sample();
   EXPECT_EQ(0, db_set_fru_info(db, &record));
   EXPECT_EQ(
-      Texts({"insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
-             "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
-             "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (1, 2, 3, 4, 5, 6, "
-             "7, 'a''h', 'i', 'j', 'k', 'l', 'm', \t\t\t'n', 'o', 'p', 'q');"}),
+      Texts(
+          {"insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
+           "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
+           "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (1, 2, 3, 4, 5, 6, "
+           "7, 'a''h', 'i', 'j', 'k', 'l', 'm', \t\t\t'n', 'o', 'p', 'q');"}),
       statements());
   EXPECT_EQ("1|2|3|4|5|6|7|a'h|i|j|k|l|m|n|o|p|q", value_of("select * from fru;"));
   EXPECT_EQ(Lines({trace("Successfully update the FRU record")}), logged());
@@ -197,11 +199,12 @@ TEST_F(Fru, SetOnAnExistingKeyKeepsTheRow) {
   put(record.BrdMfrName, "changed");
   EXPECT_EQ(0, db_set_fru_info(db, &record));
   EXPECT_EQ("q", value_of("select BrdMfrName from fru;"));
-  EXPECT_EQ("update fru set FruIDSlaveAddr=1, DeviceAccessAddr=2, LUNBusID=3, ChannelNumber=4, EntityID=5, EntityInst=6, "
-            "IDStrLen=7, DevIdStr='a''h', ChassisSerNumber='i', ChassisPartNumber='j', ChassisCustFields='k', "
-            "ProdSerNumber='l', ProdPartNumber='m' ,\t\t\tProdMfrName='n', BrdSerNumber='o', BrdPartNumber='p', "
-            "BrdMfrName='changed' where FruIDSlaveAddr=1 and DeviceAccessAddr=2, \t\t\tLUNBusID=3 and ChannelNumber=4 ;",
-            statements().back());
+  EXPECT_EQ(
+      "update fru set FruIDSlaveAddr=1, DeviceAccessAddr=2, LUNBusID=3, ChannelNumber=4, EntityID=5, EntityInst=6, "
+      "IDStrLen=7, DevIdStr='a''h', ChassisSerNumber='i', ChassisPartNumber='j', ChassisCustFields='k', "
+      "ProdSerNumber='l', ProdPartNumber='m' ,\t\t\tProdMfrName='n', BrdSerNumber='o', BrdPartNumber='p', "
+      "BrdMfrName='changed' where FruIDSlaveAddr=1 and DeviceAccessAddr=2, \t\t\tLUNBusID=3 and ChannelNumber=4 ;",
+      statements().back());
   EXPECT_EQ(Lines({execution_failed(), trace("FRU record is already present with that key"), execution_failed(),
                    trace("Successfully update the FRU record")}),
             logged());

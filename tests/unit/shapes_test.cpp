@@ -159,7 +159,8 @@ TEST_F(Shapes, GetOneWhoseTextCannotBeFormattedDoesNotCompile) {
 }
 
 TEST_F(Shapes, TextsAroundTheirFieldsWidthAreCutThereAndNotBefore) {
-  for (const std::size_t length : {std::size_t{0}, std::size_t{1}, std::size_t{255}, std::size_t{256}, std::size_t{257}}) {
+  for (const std::size_t length :
+       {std::size_t{0}, std::size_t{1}, std::size_t{255}, std::size_t{256}, std::size_t{257}}) {
     SCOPED_TRACE(length);
     sql("delete from fru; insert into fru (a, h, i) values (1, '" + std::string(length, 'x') + "', 'next');");
     Owned<fru_rec> record;

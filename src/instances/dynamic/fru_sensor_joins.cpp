@@ -112,39 +112,35 @@ std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, Counted 
   return join.finalize();
 }
 
-// Written out: it reads before it steps, into the caller's record. IdStrLen is that of the length table.
+constexpr auto kGetPair = packed([] {
+  return GetOne{
+      .table = "fru",
+      .select =
+          "select FruIDSlaveAddr, DeviceAccessAddr, \t\t\tLUNBusID, ChannelNumber, %q.EntityID, EntityInstance, "
+          "ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, \t\t\tProdPartNumber, "
+          "ProdMfrName, BrdSerNumber, BrdPartNumber, \t\t\tBrdMfrName, %q.IdStrLen, IdStr from %q, %q where "
+          "\t\t\t%q.EntityID==%q.EntityID and %q.EntityInst==%q.EntityInstance \t\t\tand %q.EntityID == %i and "
+          "EntityInst == %i;",
+      .no_statement = "[%s:%d]Fail to get physical asset records",
+      .no_row = "[%s:%d]Fail to get physical asset records",
+      .reading = "[%s:%d]Get Physical asset record from database",
+      .done = "[%s:%d]Successfully got the Physical Assert",
+      .compile_error = CompileError::kReturnsSqliteCode,
+  };
+});
+
+// IdStrLen is that of the length table.
 std::int32_t get_pair(sqlite3* db, Site site, const char* sensors, const char* length, std::int32_t EntityID,
                       std::int32_t EntityInst, fru_sdr_rec* record) {
-  const SqlText text(sqlite3_mprintf(
-      "select FruIDSlaveAddr, DeviceAccessAddr, \t\t\tLUNBusID, ChannelNumber, %q.EntityID, EntityInstance, "
-      "ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, \t\t\tProdPartNumber, ProdMfrName, "
-      "BrdSerNumber, BrdPartNumber, \t\t\tBrdMfrName, %q.IdStrLen, IdStr from %q, %q where "
-      "\t\t\t%q.EntityID==%q.EntityID and %q.EntityInst==%q.EntityInstance \t\t\tand %q.EntityID == %i and EntityInst "
-      "== "
-      "%i;",
-      "fru", length, "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst));
-  Statement pair;
-  const std::int32_t code = pair.compile(db, site, text);
-  if (code != SQLITE_OK) return code;
-  constexpr Message kNone = "[%s:%d]Fail to get physical asset records";
-  if (pair.missing()) {
-    trace(site, kNone);
-    return kFailure;
-  }
-  trace(site, Message("[%s:%d]Get Physical asset record from database"));
-  if (pair.step() != SQLITE_ROW) {
-    trace(site, kNone);
-    return kFailure;
-  }
-  read_row(pair.get(), kPairColumns.layout, record, Before::kUnknown);
-  trace(site, Message("[%s:%d]Successfully got the Physical Assert"));
-  return kOk;
+  return fill_row(kGetPair.form, site, kPairColumns.layout, db, record, QMV_TEXT(kGetPair, select), "fru", length,
+                  "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst);
 }
 
 }  // namespace
 
 std::int32_t db_get_fru_compact_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_rows(kCountCompact.form, here(), db, count, "fru", kCompact, "fru", kCompact, "fru", kCompact);
+  return count_rows(kCountCompact.form, here(), db, count, QMV_TEXT(kCountCompact, select), "fru", kCompact, "fru",
+                    kCompact, "fru", kCompact);
 }
 
 std::int32_t db_get_all_fru_compact_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
@@ -159,7 +155,8 @@ std::int32_t db_get_fru_compact_sdr(sqlite3* db, std::int32_t EntityID, std::int
 }
 
 std::int32_t db_get_fru_full_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_rows(kCountFull.form, here(), db, count, "fru", kFull, "fru", kFull, "fru", kFull);
+  return count_rows(kCountFull.form, here(), db, count, QMV_TEXT(kCountFull, select), "fru", kFull, "fru", kFull, "fru",
+                    kFull);
 }
 
 std::int32_t db_get_all_fru_full_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {

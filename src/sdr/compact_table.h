@@ -1,8 +1,9 @@
-// The columns of table "compact_sdr", which the component queries read as well.
-#ifndef QMV_SDR_COMPACT_COLUMNS_H
-#define QMV_SDR_COMPACT_COLUMNS_H
+// What the component queries share with the accessors of table "compact_sdr": its columns, and what a get-all says.
+#ifndef QMV_SDR_COMPACT_TABLE_H
+#define QMV_SDR_COMPACT_TABLE_H
 
 #include "core/columns.h"
+#include "core/forms.h"
 #include "qmv/sdr.h"
 #include "sdr/embedded_fru.h"
 
@@ -21,6 +22,16 @@ inline constexpr auto kCompactColumns = [] {
       QMV_COLUMN(PhysicalElement), QMV_EMBEDDED_FRU);
 }();
 static_assert(kCompactColumns.table_columns() == 45);
+
+inline constexpr auto kCompactGetAll = packed([] {
+  return GetAll{
+      .count_failed = "[%s:%d]Fail to get sensor records",
+      .no_rows = kSilent,
+      .reading = "[%s:%d]Get All compact SDR records from database",
+      .row = "[%s:%d]Successfully got the Sensor record",
+      .done = "[%s:%d]Successfully got all the sensors",
+  };
+});
 
 }  // namespace qmv::sdr
 
