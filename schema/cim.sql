@@ -2,8 +2,8 @@
 --
 -- Readers take columns by position, writers by name: keep order and spelling. Names are as the statements spell them
 -- (SQLite does not tell upper from lower case). Keys are unique because a set updates a row only where its insert meets
--- the key. "Raw" is a reading in the sensor's own counts; IPMI 2.0, section 36.3, converts it. Table numbers are those of
--- IPMI 2.0.
+-- the key. "Raw" is a reading in the sensor's own counts; IPMI 2.0, section 36.3, converts it. Table numbers are those
+-- of IPMI 2.0.
 
 -- Sensors without conversion factors, one row each: the bytes of a compact sensor record (table 43-2).
 CREATE TABLE compact_sdr (

@@ -1,5 +1,5 @@
-// Dumps of whole servers against what ipmitool prints for them: the project's own sample always, recorded ones of real servers
-// when the environment variable QMV_SAMPLES names their folder.
+// Dumps of whole servers against what ipmitool prints for them: the project's own sample always, recorded ones of real
+// servers when the environment variable QMV_SAMPLES names their folder.
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
@@ -125,7 +125,7 @@ void SamplesTest::expect_sensor(const Json& event, const PrintedEvent& printed,
   EXPECT_EQ(type + " " + name, printed.sensor);
 }
 
-// What happened, as far as it is printed; ipmitool says more than the table's name of the state from the other data bytes.
+// What happened, as far as it is printed. From the other data bytes, ipmitool may say more than the state's name.
 void SamplesTest::expect_event(const Json& event, const PrintedEvent& printed) {
   const bool is_firmware_progress = event.at("sensor_type") == 0x0F;
   if (!printed.event.empty() && !is_firmware_progress) {

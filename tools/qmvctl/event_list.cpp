@@ -1,7 +1,8 @@
 // sel.
 #include <array>
+#include <chrono>
+#include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <map>
 #include <optional>
 #include <utility>
@@ -43,11 +44,15 @@ std::string time_text(int32_t stamp) {
   const auto seconds = static_cast<uint32_t>(stamp);
   if (seconds == 0xFFFFFFFF) return "unspecified";
   if (seconds <= kLastSinceStart) return "start + " + std::to_string(seconds) + " s";
-  const std::time_t time = seconds;
-  std::tm parts{};
-  gmtime_r(&time, &parts);
+  const std::chrono::sys_seconds time{std::chrono::seconds{seconds}};
+  const auto midnight = std::chrono::floor<std::chrono::days>(time);
+  const std::chrono::year_month_day date(midnight);
+  const std::chrono::hh_mm_ss clock(time - midnight);
   std::array<char, 32> text{};
-  std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S", &parts);
+  std::snprintf(text.data(), text.size(), "%d-%02u-%02u %02d:%02d:%02d", static_cast<int>(date.year()),
+                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()));
   return text.data();
 }
 

@@ -29,15 +29,29 @@ constexpr int32_t kPackage = 16;
 constexpr int32_t kConnector = 32;
 
 constexpr EntityRange kCategories[] = {
-    {5, 5, kSlot},          {26, 28, kSlot},                                                                       //
-    {7, 8, kCard},          {11, 18, kCard},        {21, 22, kCard},      {25, 25, kCard},                         //
-    {23, 24, kChassis},                                                                                            //
-    {3, 3, kChip},          {9, 9, kChip},                                                                         //
-    {4, 4, kPackage},       {6, 6, kPackage},       {10, 10, kPackage},   {20, 20, kPackage}, {29, 29, kPackage},  //
-    {40, 41, kPackage},     {43, 45, kPackage},                                                                    //
-    {31, 31, kConnector},   {36, 36, kConnector},   {42, 42, kConnector},                                          //
-    {8, 8, kMemory},        {32, 32, kMemory},                                                                     //
-    {10, 10, kPowerSupply}, {19, 19, kPowerSupply},                                                                //
+    {5, 5, kSlot},           // peripheral bay
+    {26, 28, kSlot},         // disk drive, peripheral and device bays
+    {7, 8, kCard},           // system board, memory module
+    {11, 18, kCard},         // add-in card to processor board
+    {21, 22, kCard},         // power management, chassis back panel board
+    {25, 25, kCard},         // other chassis board
+    {23, 24, kChassis},      // system chassis, sub-chassis
+    {3, 3, kChip},           // processor
+    {9, 9, kChip},           // processor module
+    {4, 4, kPackage},        // disk or disk bay
+    {6, 6, kPackage},        // system management module
+    {10, 10, kPackage},      // power supply
+    {20, 20, kPackage},      // power module
+    {29, 29, kPackage},      // fan
+    {40, 41, kPackage},      // battery, processing blade
+    {43, 45, kPackage},      // processor/memory, I/O and processor/IO modules
+    {31, 31, kConnector},    // cable
+    {36, 36, kConnector},    // system bus
+    {42, 42, kConnector},    // connectivity switch
+    {8, 8, kMemory},         // memory module
+    {32, 32, kMemory},       // memory device
+    {10, 10, kPowerSupply},  // power supply
+    {19, 19, kPowerSupply},  // power unit
 };
 
 fru_rec fru_of(const fru_locator_sdr_rec& locator) {

@@ -28,14 +28,14 @@ constexpr int32_t kLogicalFruDevice = 0x80;
 // Decodes a dump. Throws InputError where it is cut or wrong.
 //
 // DeviceID, a sensor's key, is made of what IPMI addresses a sensor by: owner ID, owner LUN byte (channel and LUN) and
-// sensor number, two hexadecimal digits each, as in "20:00:D0". So it is the same in a new repository, and no two sensors
-// share it, compact or full; a second record of a sensor is counted as not held.
+// sensor number, two hexadecimal digits each, as in "20:00:D0". So it is the same in a new repository, and no two
+// sensors share it, compact or full; a second record of a sensor is counted as not held.
 //
 // A compact record that several sensors share gives one sensor for each, with the number, name and entity instance that
 // the sharing bytes say; RecShareDir and IPMI_RecordID still say which record it was.
 //
-// What does not come from the record (IsFRUAvailable, PhysicalElement, FruRecord but for its copies of the entity) stays
-// zero.
+// What does not come from the record (IsFRUAvailable, PhysicalElement, FruRecord but for its copies of the entity)
+// stays zero.
 Repository decode_repository(const Input& dump);
 
 }  // namespace qmvctl
