@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "core/columns.h"
+#include "core/fits.h"
 #include "core/forms.h"
 #include "core/statement.h"
 
@@ -62,52 +63,6 @@ std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& 
 // An allocation failure of a get-one or get-all: its trace, its status, and its statement, which stays open.
 std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer = OutOfMemory::kReturnsOne);
 
-// Whether a conversion takes a value: %q or %s in quotes for a text, %i or %d for an int32. A text of the record must
-// be bounded by its width, a text argument of the caller is NUL-terminated and has no bound.
-constexpr bool takes_text(Conversion conversion, std::size_t width) {
-  return (conversion.letter == 'q' || conversion.letter == 's') && conversion.quoted && conversion.precision == width;
-}
-constexpr bool takes_integer(Conversion conversion) {
-  return conversion.letter == 'i' || conversion.letter == 'd';
-}
-
-// Whether the next conversion is the table's name.
-constexpr bool takes_table(Conversion conversion) {
-  return conversion.letter == 'q' && conversion.precision == 0;
-}
-
-template <class Value>
-constexpr bool takes(Conversion conversion) {
-  if constexpr (std::is_same_v<Value, std::int32_t>) return takes_integer(conversion);
-  return std::is_same_v<Value, const char*> && takes_text(conversion, 0);
-}
-
-// Whether a statement takes the table's name and then values of these types, and nothing else.
-template <class... Values>
-constexpr bool fits(const char* text) {
-  Conversions conversions(text);
-  return takes_table(conversions.next()) && (... && takes<Values>(conversions.next())) &&
-         conversions.next().letter == 0;
-}
-
-// Whether the next conversions take the columns of a list.
-constexpr bool takes_columns(Conversions& conversions, const auto& list) {
-  for (std::size_t i = 0; i < list.table_columns(); ++i) {
-    const Column& column = list.column[i];
-    const Conversion conversion = conversions.next();
-    if (!(column.width == Column::kInteger ? takes_integer(conversion) : takes_text(conversion, column.width)))
-      return false;
-  }
-  return true;
-}
-
-// Whether a statement takes the table's name and then the columns of these lists, and nothing else.
-constexpr bool fits_columns(const char* text, const auto&... lists) {
-  Conversions conversions(text);
-  return takes_table(conversions.next()) && (... && takes_columns(conversions, lists)) &&
-         conversions.next().letter == 0;
-}
-
 // The text of a packed form.
 #define QMV_TEXT(packed, member) ::qmv::text((packed).form, (packed).form.member)
 
@@ -144,36 +99,42 @@ std::int32_t fill(Site site, sqlite3* db, RecordOf<List>* record, Keys... keys) 
   return fill_row(Form.form, site, List.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), keys...);
 }
 
-// Hands the columns of a record, and then the keys, to the call of a variadic shape.
-template <const auto& List, const auto& Keys, class Call, std::size_t... Each, std::size_t... Key>
-std::int32_t with_columns(const RecordOf<List>& record, Call call, std::index_sequence<Each...>,
-                          std::index_sequence<Key...>) {
-  return call(value<List, Each>(record)..., value<Keys, Key>(record)...);
-}
+// The columns of a list by number, for a pack of their values.
+template <const auto& List>
+using NumbersOf = std::make_index_sequence<List.table_columns()>;
 
-template <const auto& List, const auto& Keys, const auto& Sql, class Call>
-std::int32_t with_columns(const RecordOf<List>& record, Call call) {
-  static_assert(fits_columns(Sql.at_compile_time(Sql.form.insert), List));
-  static_assert(fits_columns(Sql.at_compile_time(Sql.form.update), List, Keys));
-  return with_columns<List, Keys>(record, call, std::make_index_sequence<List.table_columns()>{},
-                                  std::make_index_sequence<Keys.table_columns()>{});
-}
+template <const auto& List, const auto& Keys, const auto& Sql>
+constexpr bool kUpsertFits = fits_columns(Sql.at_compile_time(Sql.form.insert), List) &&
+                             fits_columns(Sql.at_compile_time(Sql.form.update), List, Keys);
 
 // Inserts the record, or updates it where its key exists. Returns the code of the last statement.
+template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql, std::size_t... Each,
+          std::size_t... Key>
+std::int32_t upsert(Site site, sqlite3* db, const RecordOf<List>& record, std::index_sequence<Each...>,
+                    std::index_sequence<Key...>) {
+  return upsert_row(site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Form, present), QMV_TEXT(Sql, update),
+                    QMV_TEXT(Sql, table), value<List, Each>(record)..., value<Keys, Key>(record)...);
+}
+
 template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql = Form>
 std::int32_t upsert(Site site, sqlite3* db, const RecordOf<List>* record) {
-  return with_columns<List, Keys, Sql>(*record, [site, db](auto... values) {
-    return upsert_row(site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Form, present), QMV_TEXT(Sql, update),
-                      QMV_TEXT(Sql, table), values...);
-  });
+  static_assert(kUpsertFits<List, Keys, Sql>);
+  return upsert<Form, List, Keys, Sql>(site, db, *record, NumbersOf<List>{}, NumbersOf<Keys>{});
 }
 
 // Set: an upsert that reports success whatever happened.
+template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql, std::size_t... Each,
+          std::size_t... Key>
+std::int32_t set(Site site, sqlite3* db, const RecordOf<List>& record, std::index_sequence<Each...>,
+                 std::index_sequence<Key...>) {
+  return set_row(Form.form, site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Sql, update), QMV_TEXT(Sql, table),
+                 value<List, Each>(record)..., value<Keys, Key>(record)...);
+}
+
 template <const auto& Form, const auto& List, const auto& Keys, const auto& Sql = Form>
 std::int32_t set(Site site, sqlite3* db, const RecordOf<List>* record) {
-  return with_columns<List, Keys, Sql>(*record, [site, db](auto... values) {
-    return set_row(Form.form, site, db, QMV_TEXT(Sql, insert), QMV_TEXT(Sql, update), QMV_TEXT(Sql, table), values...);
-  });
+  static_assert(kUpsertFits<List, Keys, Sql>);
+  return set<Form, List, Keys, Sql>(site, db, *record, NumbersOf<List>{}, NumbersOf<Keys>{});
 }
 
 }  // namespace qmv
