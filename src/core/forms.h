@@ -18,7 +18,7 @@ namespace qmv {
 class Sql {
  public:
   constexpr Sql() : text_(nullptr) {}
-  constexpr Sql(const char* text) : text_(text) {}  // NOLINT(google-explicit-constructor): a form is filled with texts
+  constexpr Sql(const char* text) : text_(text) {}  // a form is filled with texts
   constexpr const char* text() const { return text_; }
 
  private:

@@ -31,8 +31,7 @@ const char* file_name(Module module);
 template <char... Letters>
 class Format {
  public:
-  consteval Format(const char* text)
-      : text_(text) {  // NOLINT(google-explicit-constructor): a form is filled with texts
+  consteval Format(const char* text) : text_(text) {  // a form is filled with texts
     Conversions conversions(text);
     const bool begins_with_site = text[0] == '[' && conversions.next().letter == 's' && text[3] == ':' &&
                                   conversions.next().letter == 'd' && text[6] == ']';
@@ -58,14 +57,14 @@ inline constexpr Silent kSilent;
 // What a step of a shape says: a line without values, or nothing.
 class Message : public Format<> {
  public:
-  consteval Message(const char* text) : Format(text) {}        // NOLINT(google-explicit-constructor)
-  consteval Message(Silent) : Format(Unchecked{}, nullptr) {}  // NOLINT(google-explicit-constructor)
+  consteval Message(const char* text) : Format(text) {}
+  consteval Message(Silent) : Format(Unchecked{}, nullptr) {}
 };
 
 // What a step says that knows a number of rows: a line that may name it, or nothing.
 class CountMessage : public Format<'d'> {
  public:
-  consteval CountMessage(const char* text)  // NOLINT(google-explicit-constructor)
+  consteval CountMessage(const char* text)
       : Format(Unchecked{}, has_value(text) ? Format<'d'>(text).text() : Format<>(text).text()) {}
 
  private:

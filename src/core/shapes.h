@@ -21,7 +21,7 @@ namespace qmv {
 class Out {
  public:
   template <class Record>
-  Out(Record** place) : place_(place) {}  // NOLINT(google-explicit-constructor): stands for any record's pointer
+  Out(Record** place) : place_(place) {}  // stands for any record's pointer
   void store(void* block) const { std::memcpy(place_, &block, sizeof(block)); }
 
  private:

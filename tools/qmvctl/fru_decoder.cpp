@@ -96,7 +96,7 @@ Input open_area(const Input& image, size_t start, const Area& layout) {
   check_version(head, name);
   const size_t length = head.byte(1) * kUnit;
   if (length <= layout.first_field) head.fail(1, name + " says that it has " + std::to_string(length) + " bytes");
-  const Input area = image.piece(start, length, name);
+  Input area = image.piece(start, length, name);
   if (area.sum() != 0) area.fail(length - 1, "the checksum of " + name + " is wrong");
   return area;
 }

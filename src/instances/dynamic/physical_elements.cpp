@@ -81,11 +81,15 @@ const char* behind(const char* text) {
   return text + std::strlen(text) + 1;
 }
 
+void copy(char* to, const char* text) {
+  std::memcpy(to, text, std::strlen(text) + 1);
+}
+
 std::int32_t hand_out(const char* queries, const char* class_name, char* count, char* list) {
   for (const char* name = queries; *name != 0; name = behind(behind(behind(name)))) {
     if (strcasecmp(name, class_name) != 0) continue;
-    std::strcpy(count, behind(name));
-    std::strcpy(list, behind(behind(name)));
+    copy(count, behind(name));
+    copy(list, behind(behind(name)));
     return kOk;
   }
   return kFailure;
