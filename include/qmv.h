@@ -37,10 +37,17 @@
 #ifndef QMV_H
 #define QMV_H
 
+#include "qmv/assoc.h"
+#include "qmv/boot.h"
 #include "qmv/core.h"
 #include "qmv/fru.h"
+#include "qmv/indications.h"
 #include "qmv/instances.h"
+#include "qmv/jobs.h"
+#include "qmv/profiles.h"
+#include "qmv/roles.h"
 #include "qmv/sdr.h"
 #include "qmv/sel.h"
+#include "qmv/services.h"
 
 #endif

@@ -227,3 +227,338 @@ CREATE TABLE sel (
   EventData2  INTEGER, -- reading, raw, or other data
   EventData3  INTEGER  -- threshold, raw, or other data
 );
+
+-- Profile instances, one table a class, one row an instance. Columns are properties of the DMTF class that is named
+-- with the table: the library transports their values, and what a number means stands in the class's value map. A
+-- property that holds several values, marked "list", is one text; its form is between its writers and readers.
+-- RequestedState and EnabledState are those of CIM_EnabledLogicalElement: 2 enabled, 3 disabled.
+
+-- CIM_EnabledLogicalElementCapabilities.
+CREATE TABLE ena_log_elem_cap (
+  InstanceID               TEXT NOT NULL PRIMARY KEY,
+  RequestStatesSupported   TEXT,    -- RequestedStatesSupported, list; spelled so here only
+  ElementNameEditSupported INTEGER, -- 1 when the element's name can be changed, else 0
+  ElementName              TEXT,    -- name for people
+  MaxElementNameLen        INTEGER  -- longest name, in characters
+);
+
+-- CIM_RegisteredProfile: a management profile and its version, as DMTF registers them.
+CREATE TABLE registered_profile (
+  InstanceID                  TEXT NOT NULL PRIMARY KEY,
+  RegOrganization             INTEGER, -- RegisteredOrganization; 2 DMTF, 1 another
+  RegisteredName              TEXT,    -- "Boot Control", say
+  RegisteredVersion           TEXT,    -- major.minor.update
+  AdvertiseTypes              TEXT,    -- list; 2 not advertised, 3 SLP
+  OtherRegisteredOrganization TEXT,    -- its name where RegOrganization is 1
+  AdvertiseTypesDesc          TEXT,    -- AdvertiseTypeDescriptions, list
+  ImplementedFeatures         TEXT     -- list; at most 512 bytes
+);
+
+-- CIM_SSHCapabilities.
+CREATE TABLE ssh_capabilities (
+  InstanceID                       TEXT NOT NULL PRIMARY KEY,
+  ElementName                      TEXT,
+  ElementNameEditSupported         INTEGER,
+  MaxConnections                   INTEGER, -- sessions at a time
+  RequestedStatesSupported         TEXT,    -- list
+  ListeningPortManagementSupported INTEGER, -- 1 when the port can be changed, else 0
+  MaxListeningPorts                INTEGER,
+  SupportedSSHVersions             TEXT,    -- list
+  SupportedEncryptionAlgorithms    TEXT     -- list
+);
+
+-- CIM_TelnetCapabilities; what is not explained is as in ssh_capabilities.
+CREATE TABLE telnet_capabilities (
+  InstanceID                       TEXT NOT NULL PRIMARY KEY,
+  ElementName                      TEXT,
+  ElementNameEditSupported         INTEGER,
+  MaxConnections                   INTEGER,
+  RequestedStatesSupported         TEXT,
+  ListeningPortManagementSupported INTEGER,
+  MaxListeningPorts                INTEGER,
+  SupportedTerminalModes           TEXT,    -- list
+  SupportedCharacterDisplayModes   TEXT     -- list
+);
+
+-- CIM_PhysicalAssetCapabilities. The get-one takes the first row.
+CREATE TABLE phy_asset_capabilities (
+  InstanceID       TEXT NOT NULL PRIMARY KEY,
+  ElementName      TEXT,
+  FRUInfoSupported INTEGER -- 1 when inventory data are given, else 0
+);
+
+-- CIM_DHCPCapabilities. The get-one takes the first row.
+CREATE TABLE dhcp_capabilities (
+  InstanceID               TEXT NOT NULL PRIMARY KEY,
+  ElementName              TEXT,
+  ElementNameEditSupported INTEGER,
+  OptionsSupported         TEXT     -- list of DHCP options
+);
+
+-- CIM_DHCPProtocolEndpoint. The get-one shifts the columns from ProtocolIFType on; see qmv/profiles.h.
+CREATE TABLE dhcp_protocol_endpoint (
+  Name           TEXT NOT NULL PRIMARY KEY,
+  NameFormat     TEXT,    -- what the name is made of
+  ProtocolIFType INTEGER, -- 1 other
+  OtherTypeDesc  TEXT,    -- OtherTypeDescription, where ProtocolIFType is 1
+  EnabledState   INTEGER,
+  RequestedState INTEGER,
+  ClientState    INTEGER, -- where the client is in obtaining its lease
+  ElementName    TEXT
+);
+
+-- CIM_ConcreteCollection.
+CREATE TABLE concrete_collection (
+  InstanceID  TEXT NOT NULL PRIMARY KEY,
+  ElementName TEXT
+);
+
+-- CIM_PowerManagementCapabilities. The lists have at most 64 bytes.
+CREATE TABLE power_management_capabilities (
+  InstanceID                    TEXT NOT NULL PRIMARY KEY,
+  ElementName                   TEXT,
+  PowerChangeCapabilities       TEXT, -- list; how power can be changed
+  PowerStateSupported           TEXT, -- PowerStatesSupported, list
+  RequestedPowerStatesSupported TEXT  -- list
+);
+
+-- CIM_PowerManagementService.
+CREATE TABLE power_management_service (
+  Name                    TEXT NOT NULL PRIMARY KEY, -- an update goes by the name alone, so no two services share it
+  SystemCreationClassName TEXT,                      -- class of the system that the service is part of
+  CreationClassName       TEXT,                      -- class of the service
+  ElementName             TEXT
+);
+
+-- CIM_AccountManagementCapabilities. A row is never updated: a set leaves an existing one as it is.
+CREATE TABLE account_mgt_capabilities (
+  InstanceID               TEXT NOT NULL PRIMARY KEY,
+  ElementName              TEXT,
+  ElementNameEditSupported INTEGER,
+  MaxElementNameLen        INTEGER,
+  OperationsSupported      TEXT     -- list; what can be done to accounts
+);
+
+-- CIM_AccountSettingData. A row is never updated: a set leaves an existing one as it is.
+CREATE TABLE account_setting_data (
+  InstanceID       TEXT NOT NULL PRIMARY KEY,
+  ElementName      TEXT,
+  MaxPwdExpiration TEXT -- MaximumPasswordExpiration, a CIM interval; at most 64 bytes
+);
+
+-- CIM_BootSettingData. A row is never updated: a set leaves an existing one as it is.
+CREATE TABLE boot_setting_data (
+  InstanceID   TEXT NOT NULL PRIMARY KEY,
+  ElementName  TEXT,
+  OwningEntity TEXT -- who defined the setting
+);
+
+-- CIM_BootConfigSetting.
+CREATE TABLE boot_config_setting (
+  InstanceID  TEXT NOT NULL PRIMARY KEY,
+  ElementName TEXT
+);
+
+-- CIM_BootServiceCapabilities. A row is never updated: a set leaves an existing one as it is.
+CREATE TABLE boot_service_capabilities (
+  InstanceID               TEXT NOT NULL PRIMARY KEY,
+  ElementName              TEXT,
+  ElementNameEditSupported INTEGER,
+  BootConfigCapabilities   INTEGER
+);
+
+-- CIM_BootSourceSetting. A row is never updated: a set leaves an existing one as it is.
+CREATE TABLE boot_source_setting (
+  InstanceID           TEXT NOT NULL PRIMARY KEY,
+  ElementName          TEXT,
+  BootString           TEXT,    -- names the source to the boot service
+  BIOSBootString       TEXT,    -- names it to the firmware of the host
+  StructuredBootString TEXT,    -- "CIM:Network:1", say
+  FailThroughSupported INTEGER, -- whether the next source is tried when this one fails
+  isHost               INTEGER  -- which side the source is for, chosen by the writer
+);
+
+-- CIM_BootService.
+CREATE TABLE boot_service (
+  SystemCreationClassName TEXT NOT NULL PRIMARY KEY, -- class of the system that boots; one service for each
+  CreationClassName       TEXT,                      -- class of the service
+  ElementName             TEXT,
+  SystemName              TEXT,                      -- name of the system that boots
+  Name                    TEXT
+);
+
+-- The boot sequence: a row for each boot source (CIM_OrderedComponent between it and the boot configuration).
+CREATE TABLE boot_order (
+  InstanceID       TEXT NOT NULL PRIMARY KEY, -- of the boot source
+  AssignedSequence INTEGER,                   -- place in the sequence; 0 for none
+  isHost           INTEGER                    -- which side the entry is for; the get-all does not read it
+);
+
+-- CIM_IPAssignmentSettingData.
+CREATE TABLE ip_assign_settingdata (
+  InstanceID    TEXT NOT NULL PRIMARY KEY,
+  AddressOrigin INTEGER, -- 3 static, 4 DHCP
+  ElementName   TEXT
+);
+
+-- CIM_StaticIPAssignmentSettingData, one row a network interface.
+CREATE TABLE static_ip_assign_settingdata (
+  InterfaceName          TEXT NOT NULL PRIMARY KEY,
+  IPv4Address            TEXT,    -- dotted decimal
+  SubnetMask             TEXT,
+  Gateway                TEXT,    -- GatewayIPv4Address
+  IPv6Address            TEXT,
+  IPv6AddressType        INTEGER, -- scope of the address, chosen by the writer
+  IPv6SubnetPrefixLength INTEGER, -- in bits
+  GatewayIPv6Address     TEXT
+);
+
+-- CIM_RoleBasedManagementCapabilities.
+CREATE TABLE role_based_mgt_capabilities (
+  InstanceID                 TEXT NOT NULL PRIMARY KEY,
+  SharedPrivilege            INTEGER, -- SharedPrivilegeSupported; 1 when roles can share a privilege, else 0
+  ActivitiesSupported        TEXT,    -- list
+  ActivityQualifierSupported TEXT,    -- ActivityQualifiersSupported, list
+  SupportedMethods           TEXT,    -- list
+  QualifierFormatsSupported  TEXT,    -- list
+  ElementName                TEXT
+);
+
+-- CIM_Privilege.
+CREATE TABLE privilege (
+  InstanceID           TEXT NOT NULL PRIMARY KEY,
+  PrivilegeGranted     INTEGER, -- 1 granted, 0 denied
+  Activities           TEXT,    -- list; 2 create, 3 delete, 4 detect, 5 read, 6 write, 7 execute
+  ActivityQualifiers   TEXT,    -- list; what the activities are limited to
+  QualifierFormats     TEXT,    -- list; how ActivityQualifiers is to be read
+  RepresentsAuthRights INTEGER, -- RepresentsAuthorizationRights; 1 when it gives the right to grant, else 0
+  ElementName          TEXT
+);
+
+-- CIM_Role.
+CREATE TABLE role (
+  CreationClassName   TEXT,
+  Name                TEXT NOT NULL PRIMARY KEY, -- an update goes by the name alone, so no two roles share it
+  RoleCharacteristics TEXT,                      -- list; 2 static, 3 opaque
+  CommonName          TEXT,
+  ElementName         TEXT
+);
+
+-- The role of an identity.
+CREATE TABLE assign_role (
+  IdentityInstanceID TEXT NOT NULL PRIMARY KEY, -- CIM_Identity.InstanceID
+  RoleCLPName        TEXT                       -- the role's name in the command-line protocol
+);
+
+-- CIM_ProtocolService.
+CREATE TABLE protocol_service (
+  Name              TEXT NOT NULL PRIMARY KEY,
+  Protocol          INTEGER, -- 1 other, 2 SSH, 3 telnet
+  ElementName       TEXT,
+  MaxConnections    INTEGER, -- sessions at a time
+  RequestedState    INTEGER,
+  EnabledState      INTEGER,
+  HealthState       INTEGER, -- CIM_ManagedSystemElement.HealthState; 5 OK
+  OperationalStatus TEXT,    -- CIM_ManagedSystemElement.OperationalStatus, list; 2 OK
+  OtherProtocol     TEXT     -- its name where Protocol is 1
+);
+
+-- CIM_TextRedirectionService. The library knows the row "TextRedirectionService1".
+CREATE TABLE textredirectionservice (
+  Name                     TEXT NOT NULL PRIMARY KEY,
+  ElementName              TEXT,
+  MaxConcurrentEnabledSAPs INTEGER, -- access points at a time
+  EnabledState             INTEGER,
+  RequestedState           INTEGER,
+  SharingMode              INTEGER,
+  RedirectionServiceType   INTEGER
+);
+
+-- CIM_TextRedirectionSAP. The library knows the row "TextRedirectionSAP1".
+CREATE TABLE textredirectionsap (
+  Name                     TEXT NOT NULL PRIMARY KEY,
+  ElementName              TEXT,
+  EnabledState             INTEGER,
+  RequestedState           INTEGER,
+  TextFlowType             INTEGER, -- terminal type of the text
+  SessionTerminateSequence TEXT     -- keys that end a session; a set does not write it
+);
+
+-- Capabilities of the platform watchdog, which no DMTF class has; its first five columns are those of
+-- CIM_EnabledLogicalElementCapabilities. Texts have at most 32 bytes, except the first two. Readers give
+-- max_ele_name_len in place of ele_name_edit_supported; see qmv/services.h.
+CREATE TABLE pwds_capabilities (
+  instance_id             TEXT NOT NULL PRIMARY KEY,
+  ele_name                TEXT,
+  req_states_supported    TEXT,    -- list
+  ele_name_edit_supported INTEGER, -- 1 when the element's name can be changed, else 0
+  max_ele_name_len        INTEGER, -- longest name, in characters
+  act_on_exp_supported    TEXT,    -- actions on expiration, list
+  last_exp_data_supported TEXT,    -- what is kept of the last expiration
+  wdt_data_supported      TEXT     -- what is given of the timer
+);
+
+-- CIM_AccountManagementService. The library knows the row "AccountManagementService".
+CREATE TABLE account_management_service (
+  Name           TEXT NOT NULL PRIMARY KEY,
+  RequestedState INTEGER,
+  EnabledState   INTEGER,
+  ElementName    TEXT
+);
+
+-- CIM_IndicationService. The library knows the row "IndicationService".
+CREATE TABLE indication_service (
+  Name                            TEXT NOT NULL PRIMARY KEY,
+  FilterCreationEnabled           INTEGER, -- 1 when clients may make filters, else 0
+  DeliveryRetryAttempts           INTEGER,
+  DeliveryRetryInterval           INTEGER, -- in seconds
+  SubscriptionRemovalAction       INTEGER, -- for destinations that stay unreachable: 2 remove, 3 disable, 4 ignore
+  SubscriptionRemovalTimeInterval INTEGER  -- in seconds
+);
+
+-- Event messages and their numbers.
+CREATE TABLE event_type (
+  MessageID   INTEGER NOT NULL PRIMARY KEY,
+  Description TEXT
+);
+
+-- The number of a message.
+CREATE INDEX event_type_description ON event_type (Description);
+
+-- The state that a client last asked an instance of any class to enter.
+CREATE TABLE request_state_change (
+  ClassName      TEXT NOT NULL, -- CIM class of the instance
+  RequestedState INTEGER,
+  KeyProperty    TEXT NOT NULL, -- property that names the instance
+  KeyValue       TEXT NOT NULL, -- its value
+  PRIMARY KEY (ClassName, KeyProperty, KeyValue)
+);
+
+-- Where indications go (CIM_ListenerDestination).
+CREATE TABLE listener_destination (
+  Name        TEXT NOT NULL PRIMARY KEY,
+  Destination TEXT -- URL
+);
+
+-- Which events are indicated (CIM_IndicationFilter).
+CREATE TABLE indication_filter (
+  Name           TEXT NOT NULL PRIMARY KEY,
+  Query          TEXT,    -- at most 512 bytes
+  SensorNumMask  INTEGER, -- what the indication service looks for in an event: sensor number,
+  SensorTypeMask INTEGER, -- sensor type
+  SeverityMask   INTEGER  -- and severity
+);
+
+-- Which filter's events go to which destination (CIM_IndicationSubscription). Deleting either deletes its rows.
+CREATE TABLE indication_subscription (
+  DestName      TEXT NOT NULL, -- Name of listener_destination
+  FilterName    TEXT NOT NULL, -- Name of indication_filter
+  EventSeverity INTEGER,       -- from here on the filter's SeverityMask,
+  SensorNum     INTEGER,       -- SensorNumMask
+  SensorType    INTEGER,       -- and SensorTypeMask, renewed when the filter is set again
+  Enabled       INTEGER,       -- 1 when events are delivered, else 0
+  PRIMARY KEY (DestName, FilterName)
+);
+
+-- The subscriptions of a filter.
+CREATE INDEX indication_subscription_filter ON indication_subscription (FilterName);

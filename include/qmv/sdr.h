@@ -132,7 +132,8 @@ typedef struct fru_locator_sdr_rec {
   char DevIdStr[256];
 } fru_locator_sdr_rec;
 
-/* The IPMI session, table "ipmi_session". Whoever makes the table says what its columns mean: they are only transported. */
+/* The IPMI session, table "ipmi_session". Whoever makes the table says what its columns mean: they are only
+ * transported. */
 typedef struct ipmi_session_rec {
   char SessionText0[128];
   int32_t SessionValue1;

@@ -77,7 +77,8 @@ QMV_API int32_t db_clear_sel_records(struct sqlite3* db) QMV_NOEXCEPT;
  *   record           the event
  *   DeleteRecordID   the event to delete first, to make room; 0 or less for none. The formatted statement is never
  *                    released
- * Returns 0, or 1 when the insert failed for another reason than an existing record ID. A failing delete is only traced.
+ * Returns 0, or 1 when the insert failed for another reason than an existing record ID. A failing delete is only
+ *   traced.
  */
 QMV_API int32_t db_addsel(struct sqlite3* db, const sel_rec* record, int32_t DeleteRecordID) QMV_NOEXCEPT;
 

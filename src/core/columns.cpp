@@ -12,16 +12,20 @@ void read_text(sqlite3_stmt* row, int index, char* field, std::size_t width, Bef
 }
 
 void read_row(sqlite3_stmt* row, const Layout& layout, void* record, Before before) {
-  const auto* columns = reinterpret_cast<const Column*>(&layout + 1);
-  auto* bytes = static_cast<char*>(record);
-  for (const Column* each = columns; each != columns + layout.columns; ++each) {
-    char* member = bytes + each->offset;
-    if (each->width == Column::kInteger) {
-      *reinterpret_cast<std::int32_t*>(member) = sqlite3_column_int(row, static_cast<int>(each->index));
-    } else if (each->width == Column::kCopy) {
-      std::memcpy(member, bytes + columns[each->index].offset, sizeof(std::int32_t));
+  const auto* run = reinterpret_cast<const Run*>(&layout + 1);
+  const Run* const end = run + layout.runs;
+  for (; run != end; ++run) {
+    char* member = static_cast<char*>(record) + run->offset;
+    const std::size_t width = run->width;
+    int index = run->index;
+    const int behind = index + run->members;
+    if (index == behind) {
+      std::memcpy(member, static_cast<char*>(record) + width, sizeof(std::int32_t));
+    } else if (width == Column::kInteger) {
+      for (; index != behind; ++index, member += sizeof(std::int32_t))
+        *reinterpret_cast<std::int32_t*>(member) = sqlite3_column_int(row, index);
     } else {
-      read_text(row, static_cast<int>(each->index), member, each->width, before);
+      for (; index != behind; ++index, member += width) read_text(row, index, member, width, before);
     }
   }
 }

@@ -7,46 +7,39 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <type_traits>
 
 namespace qmv {
 
-void column_does_not_fit(const char* why);
-
-// One member of a record and the column that fills it, packed into a word.
+// One member of a record and the column that fills it. Only the compiler sees these.
 struct Column {
-  std::uint32_t index : 8;    // of the column, from 0
-  std::uint32_t offset : 14;  // of the member, in bytes
-  std::uint32_t width : 10;   // of a text member, in bytes; kInteger or kCopy for an int32 member
+  std::uint32_t index;   // of the column, from 0
+  std::uint32_t width;   // of a text member, in bytes; kInteger or kCopy for an int32 member
+  std::uint32_t offset;  // of the member, in bytes
 
   static constexpr std::uint32_t kInteger = 0;
-  static constexpr std::uint32_t kCopy = 1023;  // of the member that column `index` filled, an int32 as well
+  static constexpr std::uint32_t kCopy = 0xffff;  // of the member that column `index` filled, an int32 as well
 };
-static_assert(sizeof(Column) == sizeof(std::uint32_t));
 
-inline constexpr std::uint32_t kNextIndex = 255;
+inline constexpr std::uint32_t kNextIndex = 0xff;
 
 // A column in the table's order; columns() numbers it.
 template <class Member>
 constexpr Column column(std::uint32_t offset, std::uint32_t index = kNextIndex) {
-  Column made{.index = index & 0xff, .offset = offset & 0x3fff, .width = Column::kInteger};
   if constexpr (std::is_array_v<Member>) {
     static_assert(std::is_same_v<std::remove_extent_t<Member>, char>);
-    made.width = sizeof(Member) & 0x3ff;
+    return {.index = index, .width = sizeof(Member), .offset = offset};
   } else {
     static_assert(std::is_same_v<Member, std::int32_t>);
+    return {.index = index, .width = Column::kInteger, .offset = offset};
   }
-  if (made.offset != offset || made.index != index || made.width == Column::kCopy)
-    column_does_not_fit("widen a bit field");
-  return made;
 }
 
 // A text column whose text runs on over the members behind its own, up to the end of the record. Only for new records:
 // what it does not reach stays as it is.
 constexpr Column running_column(std::uint32_t offset, std::uint32_t record_size, std::uint32_t index = kNextIndex) {
-  const Column made{.index = index & 0xff, .offset = offset & 0x3fff, .width = (record_size - offset) & 0x3ff};
-  if (made.width != record_size - offset || made.width == Column::kCopy) column_does_not_fit("widen a bit field");
-  return made;
+  return {.index = index, .width = record_size - offset, .offset = offset};
 }
 
 // In the scope of these, Record names the record: a column that fills a member, the same at an index of its own, one
@@ -57,26 +50,34 @@ constexpr Column running_column(std::uint32_t offset, std::uint32_t record_size,
 #define QMV_RUNNING_COLUMN_AT(index, member) ::qmv::running_column(offsetof(Record, member), sizeof(Record), index)
 #define QMV_COPY_OF(index, member)                        \
   ::qmv::Column {                                         \
-    index, offsetof(Record, member), ::qmv::Column::kCopy \
+    index, ::qmv::Column::kCopy, offsetof(Record, member) \
   }
-
-// What the type-erased readers see of a list: its size, with the columns right behind it.
-struct Layout {
-  std::uint16_t record_size;
-  std::uint16_t columns;
-};
 
 template <class RecordType, std::size_t Count>
 struct Columns {
   using Record = RecordType;
 
-  Layout layout;
   Column column[Count];
 
   // The number of columns that the table has. Copies, which it has not, stand last.
   constexpr std::size_t table_columns() const {
     std::size_t found = Count;
     while (found > 0 && column[found - 1].width == Column::kCopy) --found;
+    return found;
+  }
+
+  // Whether the n-th column, and the member that it fills, lie right behind those before it.
+  constexpr bool goes_on(std::size_t n) const {
+    if (n == 0 || column[n].width == Column::kCopy) return false;
+    const Column& before = column[n - 1];
+    const std::uint32_t size = before.width == Column::kInteger ? sizeof(std::int32_t) : before.width;
+    return column[n].width == before.width && column[n].index == before.index + 1 &&
+           column[n].offset == before.offset + size;
+  }
+
+  constexpr std::size_t runs() const {
+    std::size_t found = 0;
+    for (std::size_t n = 0; n < Count; ++n) found += goes_on(n) ? 0 : 1;
     return found;
   }
 };
@@ -97,15 +98,54 @@ auto value(const typename std::remove_cvref_t<decltype(List)>::Record& record) {
 // Makes the list of a record's columns. Columns without an index of their own are numbered in order.
 template <class Record, class... Each>
 constexpr Columns<Record, sizeof...(Each)> columns(Each... each) {
-  static_assert(std::is_standard_layout_v<Record> && sizeof(Record) < 1 << 14);
-  Columns<Record, sizeof...(Each)> list{{sizeof(Record), sizeof...(Each)}, {each...}};
+  static_assert(std::is_standard_layout_v<Record> && sizeof(Record) <= UINT16_MAX && sizeof...(Each) < kNextIndex);
+  Columns<Record, sizeof...(Each)> list{{each...}};
   std::uint32_t position = 0;
   for (Column& one : list.column) {
-    if (one.index == kNextIndex) one.index = position & 0xff;
+    if (one.index == kNextIndex) one.index = position;
     ++position;
   }
   return list;
 }
+
+// Members one behind the other that columns one after the other fill: all that is left of a list when it is compiled.
+struct Run {
+  std::uint16_t offset;  // of the first member
+  std::uint16_t width;   // as in Column; of a copy the offset of what is copied
+  std::uint8_t index;    // of the first column
+  std::uint8_t members;  // 0 for a copy
+};
+
+// What the type-erased readers see of a list: its size, with the runs right behind it.
+struct Layout {
+  std::uint16_t record_size;
+  std::uint16_t runs;
+};
+
+template <std::size_t Count>
+struct Runs {
+  Layout layout;
+  Run run[Count];
+};
+
+template <const auto& List>
+inline constexpr auto kRuns = [] {
+  using Record = typename std::remove_cvref_t<decltype(List)>::Record;
+  Runs<List.runs()> made{{sizeof(Record), List.runs()}, {}};
+  Run* next = made.run;
+  for (std::size_t n = 0; n < std::size(List.column); ++n) {
+    const Column& each = List.column[n];
+    const auto offset = static_cast<std::uint16_t>(each.offset);
+    if (List.goes_on(n)) {
+      ++next[-1].members;
+    } else if (each.width == Column::kCopy) {
+      *next++ = {offset, static_cast<std::uint16_t>(List.column[each.index].offset), 0, 0};
+    } else {
+      *next++ = {offset, static_cast<std::uint16_t>(each.width), static_cast<std::uint8_t>(each.index), 1};
+    }
+  }
+  return made;
+}();
 
 // What a record holds before a row is read into it: zeros, so that the rest of a text field is zero already, or the
 // caller's bytes, so that the rest has to be cleared.

@@ -81,7 +81,7 @@ template <const auto& Form, const auto& List, const auto& Sql = Form, class... F
 std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* count, RecordOf<List>** records,
                      Filter... filter) {
   static_assert(fits<Filter...>(Sql.at_compile_time(Sql.form.select)));
-  return get_all_rows(Form.form, site, List.layout, db, counted, count, records, QMV_TEXT(Sql, select),
+  return get_all_rows(Form.form, site, kRuns<List>.layout, db, counted, count, records, QMV_TEXT(Sql, select),
                       QMV_TEXT(Sql, table), filter...);
 }
 
@@ -89,14 +89,16 @@ std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* coun
 template <const auto& Form, const auto& List, const auto& Sql = Form, class... Keys>
 std::int32_t get_one(Site site, sqlite3* db, RecordOf<List>** record, Keys... keys) {
   static_assert(fits<Keys...>(Sql.at_compile_time(Sql.form.select)));
-  return get_one_row(Form.form, site, List.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), keys...);
+  return get_one_row(Form.form, site, kRuns<List>.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table),
+                     keys...);
 }
 
 // Get-one into the caller's record; it traces the reading before it steps.
 template <const auto& Form, const auto& List, const auto& Sql = Form, class... Keys>
 std::int32_t fill(Site site, sqlite3* db, RecordOf<List>* record, Keys... keys) {
   static_assert(fits<Keys...>(Sql.at_compile_time(Sql.form.select)));
-  return fill_row(Form.form, site, List.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table), keys...);
+  return fill_row(Form.form, site, kRuns<List>.layout, db, record, QMV_TEXT(Sql, select), QMV_TEXT(Sql, table),
+                  keys...);
 }
 
 // The columns of a list by number, for a pack of their values.

@@ -110,6 +110,6 @@ std::int32_t db_get_fru_by_entity_id(sqlite3* db, fru_rec* record, std::int32_t 
   Statement statement;
   if (statement.compile(db, site, text) != SQLITE_OK || statement.missing()) return kFailure;
   trace(site, Message("[%s:%d]Get FRU from database"));
-  if (statement.step() == SQLITE_ROW) read_row(statement.get(), kColumns.layout, record, Before::kUnknown);
+  if (statement.step() == SQLITE_ROW) read_row(statement.get(), kRuns<kColumns>.layout, record, Before::kUnknown);
   return kOk;
 }

@@ -97,7 +97,7 @@ constexpr auto kSet = packed([] {
 
 std::int32_t db_fill_compact_sdr_fields(compact_sdr_rec* record, sqlite3_stmt* row) noexcept {
   if (record == nullptr || row == nullptr) return kFailure;
-  read_row(row, kCompactColumns.layout, record, Before::kUnknown);
+  read_row(row, kRuns<kCompactColumns>.layout, record, Before::kUnknown);
   return kOk;
 }
 

@@ -122,7 +122,7 @@ constexpr auto kSet = packed([] {
 
 std::int32_t db_fill_full_sdr_fields(full_sdr_rec* record, sqlite3_stmt* row) noexcept {
   if (record == nullptr || row == nullptr) return kFailure;
-  read_row(row, kColumns.layout, record, Before::kUnknown);
+  read_row(row, kRuns<kColumns>.layout, record, Before::kUnknown);
   return kOk;
 }
 
@@ -189,7 +189,7 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
     std::fprintf(stderr, "Compilation Failed : %s \n", sqlite3_errmsg(db));
     return kFailure;
   }
-  return read_rows(kGetAll.form, site, kColumns.layout, statement, sensors.rows, records);
+  return read_rows(kGetAll.form, site, kRuns<kColumns>.layout, statement, sensors.rows, records);
 }
 
 std::int32_t db_get_recordid_by_sensor_num(sqlite3* db, std::int32_t SensorNum, std::int32_t* IPMI_RecordID) noexcept {

@@ -1,6 +1,6 @@
 /*
  * The layout of every record, as callers were compiled with: size, and each member's offset and size, in bytes. The
- * same on every machine, since records hold only 32-bit integers and character arrays.
+ * same on every machine for records that hold only 32-bit integers and character arrays.
  */
 #include <assert.h>
 #include <stddef.h>
@@ -209,4 +209,382 @@ AT(2588, 4, IdStrLen);
 AT(2592, 256, IdStr);
 AT(2848, 4, IsFRUAvailable);
 AT(2852, 4, SensorNum);
+#undef RECORD
+
+#define RECORD ena_log_elem_cap_rec
+SIZE(776);
+AT(0, 256, InstanceID);
+AT(256, 256, RequestStatesSupported);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 256, ElementName);
+AT(772, 4, MaxElementNameLen);
+#undef RECORD
+
+#define RECORD registered_profile_rec
+SIZE(2052);
+AT(0, 256, InstanceID);
+AT(256, 4, RegOrganization);
+AT(260, 256, RegisteredName);
+AT(516, 256, RegisteredVersion);
+AT(772, 256, AdvertiseTypes);
+AT(1028, 256, OtherRegisteredOrganization);
+AT(1284, 256, AdvertiseTypesDesc);
+AT(1540, 512, ImplementedFeatures);
+#undef RECORD
+
+#define RECORD ssh_capabilities_rec
+SIZE(1296);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 4, MaxConnections);
+AT(520, 256, RequestedStatesSupported);
+AT(776, 4, ListeningPortManagementSupported);
+AT(780, 4, MaxListeningPorts);
+AT(784, 256, SupportedSSHVersions);
+AT(1040, 256, SupportedEncryptionAlgorithms);
+#undef RECORD
+
+#define RECORD telnet_capabilities_rec
+SIZE(1296);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 4, MaxConnections);
+AT(520, 256, RequestedStatesSupported);
+AT(776, 4, ListeningPortManagementSupported);
+AT(780, 4, MaxListeningPorts);
+AT(784, 256, SupportedTerminalModes);
+AT(1040, 256, SupportedCharacterDisplayModes);
+#undef RECORD
+
+#define RECORD phy_asset_capabilities_rec
+SIZE(516);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, FRUInfoSupported);
+#undef RECORD
+
+#define RECORD dhcp_capabilities_rec
+SIZE(772);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 256, OptionsSupported);
+#undef RECORD
+
+#define RECORD dhcp_protocol_endpoint_rec
+SIZE(1040);
+AT(0, 256, Name);
+AT(256, 256, NameFormat);
+AT(512, 4, ProtocolIFType);
+AT(516, 256, OtherTypeDesc);
+AT(772, 4, EnabledState);
+AT(776, 4, RequestedState);
+AT(780, 4, ClientState);
+AT(784, 256, ElementName);
+#undef RECORD
+
+#define RECORD concrete_collection_rec
+SIZE(512);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+#undef RECORD
+
+#define RECORD power_management_capabilities_rec
+SIZE(704);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 64, PowerChangeCapabilities);
+AT(576, 64, PowerStateSupported);
+AT(640, 64, RequestedPowerStatesSupported);
+#undef RECORD
+
+#define RECORD power_management_service_rec
+SIZE(1024);
+AT(0, 256, Name);
+AT(256, 256, SystemCreationClassName);
+AT(512, 256, CreationClassName);
+AT(768, 256, ElementName);
+#undef RECORD
+
+#define RECORD account_mgt_capabilities_rec
+SIZE(776);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 4, MaxElementNameLen);
+AT(520, 256, OperationsSupported);
+#undef RECORD
+
+#define RECORD account_setting_data_rec
+SIZE(576);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 64, MaxPwdExpiration);
+#undef RECORD
+
+#define RECORD boot_setting_data_rec
+SIZE(768);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 256, OwningEntity);
+#undef RECORD
+
+#define RECORD boot_config_setting_rec
+SIZE(512);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+#undef RECORD
+
+#define RECORD boot_service_capabilities_rec
+SIZE(520);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 4, ElementNameEditSupported);
+AT(516, 4, BootConfigCapabilities);
+#undef RECORD
+
+#define RECORD boot_source_setting_rec
+SIZE(1288);
+AT(0, 256, InstanceID);
+AT(256, 256, ElementName);
+AT(512, 256, BootString);
+AT(768, 256, BIOSBootString);
+AT(1024, 256, StructuredBootString);
+AT(1280, 4, FailThroughSupported);
+AT(1284, 4, isHost);
+#undef RECORD
+
+#define RECORD boot_service_rec
+SIZE(1284);
+AT(0, 256, SystemCreationClassName);
+AT(256, 256, CreationClassName);
+AT(512, 256, ElementName);
+AT(768, 256, SystemName);
+AT(1024, 256, Name);
+AT(1280, 4, reserved);
+#undef RECORD
+
+#define RECORD boot_order_rec
+SIZE(264);
+AT(0, 256, InstanceID);
+AT(256, 4, AssignedSequence);
+AT(260, 4, isHost);
+#undef RECORD
+
+#define RECORD ip_assign_settingdata_rec
+SIZE(516);
+AT(0, 256, InstanceID);
+AT(256, 4, AddressOrigin);
+AT(260, 256, ElementName);
+#undef RECORD
+
+#define RECORD static_ip_assign_settingdata_rec
+SIZE(1544);
+AT(0, 256, InterfaceName);
+AT(256, 256, IPv4Address);
+AT(512, 256, Gateway);
+AT(768, 256, SubnetMask);
+AT(1024, 256, IPv6Address);
+AT(1280, 4, IPv6AddressType);
+AT(1284, 4, IPv6SubnetPrefixLength);
+AT(1288, 256, GatewayIPv6Address);
+#undef RECORD
+
+#define RECORD role_based_mgt_capabilities_rec
+SIZE(1540);
+AT(0, 256, InstanceID);
+AT(256, 4, SharedPrivilege);
+AT(260, 256, ActivitiesSupported);
+AT(516, 256, ActivityQualifierSupported);
+AT(772, 256, SupportedMethods);
+AT(1028, 256, QualifierFormatsSupported);
+AT(1284, 256, ElementName);
+#undef RECORD
+
+#define RECORD privilege_rec
+SIZE(1288);
+AT(0, 256, InstanceID);
+AT(256, 4, PrivilegeGranted);
+AT(260, 256, Activities);
+AT(516, 256, ActivityQualifiers);
+AT(772, 256, QualifierFormats);
+AT(1028, 4, RepresentsAuthRights);
+AT(1032, 256, ElementName);
+#undef RECORD
+
+#define RECORD role_rec
+SIZE(1280);
+AT(0, 256, CreationClassName);
+AT(256, 256, Name);
+AT(512, 256, RoleCharacteristics);
+AT(768, 256, CommonName);
+AT(1024, 256, ElementName);
+#undef RECORD
+
+#define RECORD assign_role_rec
+SIZE(512);
+AT(0, 256, IdentityInstanceID);
+AT(256, 256, RoleCLPName);
+#undef RECORD
+
+#define RECORD protocol_service_rec
+SIZE(1044);
+AT(0, 256, Name);
+AT(256, 4, Protocol);
+AT(260, 256, ElementName);
+AT(516, 4, MaxConnections);
+AT(520, 4, RequestedState);
+AT(524, 4, EnabledState);
+AT(528, 4, HealthState);
+AT(532, 256, OperationalStatus);
+AT(788, 256, OtherProtocol);
+#undef RECORD
+
+#define RECORD textredirectionservice_rec
+SIZE(532);
+AT(0, 256, Name);
+AT(256, 256, ElementName);
+AT(512, 4, MaxConcurrentEnabledSAPs);
+AT(516, 4, EnabledState);
+AT(520, 4, RequestedState);
+AT(524, 4, SharingMode);
+AT(528, 4, RedirectionServiceType);
+#undef RECORD
+
+#define RECORD textredirectionsap_rec
+SIZE(780);
+AT(0, 256, Name);
+AT(256, 256, ElementName);
+AT(512, 4, EnabledState);
+AT(516, 4, RequestedState);
+AT(520, 4, TextFlowType);
+AT(524, 256, SessionTerminateSequence);
+#undef RECORD
+
+#define RECORD pwds_capabilities_rec
+SIZE(648);
+AT(0, 256, instance_id);
+AT(256, 256, ele_name);
+AT(512, 32, req_states_supported);
+AT(544, 4, ele_name_edit_supported);
+AT(548, 4, max_ele_name_len);
+AT(552, 32, act_on_exp_supported);
+AT(584, 32, last_exp_data_supported);
+AT(616, 32, wdt_data_supported);
+#undef RECORD
+
+#define RECORD account_management_service_rec
+SIZE(520);
+AT(0, 256, Name);
+AT(256, 4, RequestedState);
+AT(260, 4, EnabledState);
+AT(264, 256, ElementName);
+#undef RECORD
+
+#define RECORD concrete_job_rec
+SIZE(528);
+AT(0, 64, InstanceID);
+AT(64, 64, ElementName);
+AT(128, 4, JobState);
+AT(132, 64, JobStatus);
+AT(196, 4, DeleteOnCompletion);
+AT(200, 64, TimeBeforeRemoval);
+AT(264, 256, OperationalStatus);
+AT(520, 4, PercentComplete);
+AT(524, 4, RemovalTime);
+#undef RECORD
+
+#define RECORD error_info_rec
+SIZE(276);
+AT(0, 4, ErrorType);
+AT(4, 4, PerceivedSeverity);
+AT(8, 4, ProbableCause);
+AT(12, 256, ErrorSource);
+AT(268, 4, ErrorSourceFormat);
+AT(272, 4, CIMStatusCode);
+#undef RECORD
+
+#define RECORD indication_service_rec
+SIZE(276);
+AT(0, 256, Name);
+AT(256, 4, FilterCreationEnabled);
+AT(260, 4, DeliveryRetryAttempts);
+AT(264, 4, DeliveryRetryInterval);
+AT(268, 4, SubscriptionRemovalAction);
+AT(272, 4, SubscriptionRemovalTimeInterval);
+#undef RECORD
+
+#define RECORD event_type_rec
+SIZE(260);
+AT(0, 4, MessageID);
+AT(4, 256, Description);
+#undef RECORD
+
+#define RECORD listener_destination_rec
+SIZE(512);
+AT(0, 256, Name);
+AT(256, 256, Destination);
+#undef RECORD
+
+#define RECORD indication_filter_rec
+SIZE(780);
+AT(0, 256, Name);
+AT(256, 512, Query);
+AT(768, 4, SensorNumMask);
+AT(772, 4, SensorTypeMask);
+AT(776, 4, SeverityMask);
+#undef RECORD
+
+#define RECORD indication_subscription_rec
+SIZE(528);
+AT(0, 256, DestName);
+AT(256, 256, FilterName);
+AT(512, 4, EventSeverity);
+AT(516, 4, SensorNum);
+AT(520, 4, SensorType);
+AT(524, 4, Enabled);
+#undef RECORD
+
+#define RECORD request_state_change_rec
+SIZE(772);
+AT(0, 256, ClassName);
+AT(256, 4, RequestedState);
+AT(260, 256, KeyProperty);
+AT(516, 256, KeyValue);
+#undef RECORD
+
+#define RECORD association_reg_rec
+SIZE(1024);
+AT(0, 256, RegColumn3);
+AT(256, 256, RegColumn0);
+AT(512, 256, RegColumn2);
+AT(768, 256, RegColumn1);
+#undef RECORD
+
+/* The records that hold pointers, where these have four bytes and where they have eight. */
+#define EITHER(with_4, with_8) (sizeof(void*) == 4 ? (with_4) : (with_8))
+
+#define RECORD association_rec
+SIZE(EITHER(1060, 1080));
+AT(0, 256, NameSpace);
+AT(256, EITHER(4, 8), List5);
+AT(EITHER(260, 264), EITHER(4, 8), List6);
+AT(EITHER(264, 272), 4, Count5);
+AT(EITHER(268, 276), 4, Count6);
+AT(EITHER(272, 280), 4, Flag4);
+AT(EITHER(276, 284), 256, ClassName);
+AT(EITHER(532, 540), 256, Text2);
+AT(EITHER(788, 796), 256, Text3);
+AT(EITHER(1044, 1056), EITHER(4, 8), List7); /* aligned */
+AT(EITHER(1048, 1064), EITHER(4, 8), List8);
+AT(EITHER(1052, 1072), 4, Count7);
+AT(EITHER(1056, 1076), 4, Count8);
+#undef RECORD
+
+#define RECORD column_name_node
+SIZE(EITHER(132, 136));
+AT(0, 128, ColumnName);
+AT(128, EITHER(4, 8), Next);
 #undef RECORD

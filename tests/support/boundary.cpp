@@ -34,6 +34,16 @@ bool take(Faults& faults, int& code) {
   return found;
 }
 
+// Allocates, or fails where that is asked for.
+template <class Allocate>
+void* allocated(Allocate allocate) {
+  ++boundary().allocations;
+  if (due(boundary().fail_allocation)) return nullptr;
+  void* const block = allocate();
+  boundary().blocks_alive.insert(block);
+  return block;
+}
+
 __attribute__((format(printf, 2, 0))) void record(int level, const char* format, va_list arguments) {
   boundary().while_logging();
   va_list copy;
@@ -54,13 +64,15 @@ void PrintTo(const LogLine& line, std::ostream* out) {
   *out << line.level << " [" << line.module << "]" << line.text;
 }
 
+// Never destroyed, since blocks are released until the process ends.
 Boundary& boundary() {
-  static Boundary only;
+  static auto& only = *new Boundary;
   return only;
 }
 
 std::string redirected(const std::string& path) {
-  for (const char* fixed : {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db", "/etc/Association.db"}) {
+  for (const char* fixed :
+       {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db", "/etc/Association.db", "/proc/uptime"}) {
     if (path == fixed) return boundary().fixed_files + path.substr(path.rfind('/'));
   }
   return path;
@@ -88,18 +100,35 @@ void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) {
 
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_malloc(std::size_t size);
+void* __real_realloc(void* block, std::size_t size);
+void __real_free(void* block);
+std::FILE* __real_fopen(const char* path, const char* mode);
 char* __real_sqlite3_vmprintf(const char* format, va_list arguments);
 void __real_sqlite3_free(void* memory);
 int __real_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context);
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  ++boundary().allocations;
-  return qmv::test::due(boundary().fail_allocation) ? nullptr : __real_calloc(count, size);
+  return qmv::test::allocated([=] { return __real_calloc(count, size); });
 }
 
 void* __wrap_malloc(std::size_t size) {
-  ++boundary().allocations;
-  return qmv::test::due(boundary().fail_allocation) ? nullptr : __real_malloc(size);
+  return qmv::test::allocated([=] { return __real_malloc(size); });
+}
+
+void* __wrap_realloc(void* block, std::size_t size) {
+  return qmv::test::allocated([=] {
+    boundary().blocks_alive.erase(block);
+    return __real_realloc(block, size);
+  });
+}
+
+void __wrap_free(void* block) {
+  boundary().blocks_alive.erase(block);
+  __real_free(block);
+}
+
+std::FILE* __wrap_fopen(const char* path, const char* mode) {
+  return __real_fopen(qmv::test::redirected(path).c_str(), mode);
 }
 
 unsigned __wrap_sleep(unsigned seconds) {
@@ -112,6 +141,13 @@ int __wrap_sqlite3_open(const char* path, sqlite3** db) {
   boundary().opened.emplace_back(path);
   const int code = __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
   boundary().last_opened = *db;
+  boundary().connections_alive.insert(*db);
+  return code;
+}
+
+int __wrap_sqlite3_close(sqlite3* db) {
+  const int code = __real_sqlite3_close(db);
+  if (code == SQLITE_OK) boundary().connections_alive.erase(db);
   return code;
 }
 

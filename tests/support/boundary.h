@@ -38,8 +38,10 @@ struct Boundary {
   sqlite3* last_opened = nullptr;       // also after a failure
   int (*busy_handler)(void*, int) = nullptr;
   int busy_handlers_installed = 0;
-  std::set<void*> texts_alive;  // formatted by SQLite and not released
-  int statements_alive = 0;     // prepared and not finalised
+  std::set<void*> texts_alive;           // formatted by SQLite and not released
+  int statements_alive = 0;              // prepared and not finalised
+  std::set<sqlite3*> connections_alive;  // opened and not closed
+  std::set<void*> blocks_alive;          // allocated and not released
   int allocations = 0;
 
   std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
@@ -58,7 +60,7 @@ struct Boundary {
 // The boundary of the test that runs.
 Boundary& boundary();
 
-// A path that the library opens by its fixed name, as it is on this machine during the test.
+// A path of a database or file that the library opens by its fixed name, as it is on this machine during the test.
 std::string redirected(const std::string& path);
 
 }  // namespace qmv::test
@@ -71,6 +73,7 @@ int __real_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, ch
 int __real_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_stmt** statement, const char** tail);
 int __real_sqlite3_step(sqlite3_stmt* statement);
 int __real_sqlite3_finalize(sqlite3_stmt* statement);
+int __real_sqlite3_close(sqlite3* db);
 }
 
 #endif

@@ -1,11 +1,24 @@
 #include "support/database_test.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <filesystem>
 #include <utility>
 
 #include "qmv/core.h"
 
 namespace qmv::test {
+
+namespace {
+
+void close(sqlite3* db) {
+  while (sqlite3_stmt* statement = sqlite3_next_stmt(db, nullptr)) __real_sqlite3_finalize(statement);
+  EXPECT_EQ(SQLITE_OK, __real_sqlite3_close(db));
+}
+
+}  // namespace
 
 void DatabaseTest::SetUp() {
   boundary() = Boundary();
@@ -16,9 +29,11 @@ void DatabaseTest::TearDown() {
   EXPECT_EQ(Lines(), logged()) << "lines that the test did not ask for";
   EXPECT_EQ(left_open_, boundary().statements_alive) << "statements left open";
   EXPECT_EQ(left_allocated_, boundary().texts_alive.size()) << "formatted texts left allocated";
+  EXPECT_EQ(left_connected_, boundary().connections_alive.size()) << "connections left open";
   for (void* text : std::exchange(boundary().texts_alive, {})) sqlite3_free(text);
-  while (sqlite3_stmt* statement = sqlite3_next_stmt(db, nullptr)) __real_sqlite3_finalize(statement);
-  EXPECT_EQ(SQLITE_OK, sqlite3_close(db));
+  for (sqlite3* connection : std::exchange(boundary().connections_alive, {})) close(connection);
+  boundary().blocks_alive.clear();  // so that a checker of leaks does not find them here
+  close(db);
   if (!scratch_.empty()) std::filesystem::remove_all(scratch_);
 }
 
@@ -71,6 +86,27 @@ void DatabaseTest::expect_left_open(int statements) {
 void DatabaseTest::expect_left_allocated(std::size_t texts) {
   left_allocated_ += texts;
   EXPECT_EQ(left_allocated_, boundary().texts_alive.size());
+}
+
+void DatabaseTest::expect_left_connected(std::size_t connections, int statements) {
+  left_open_ += statements;
+  left_connected_ += connections;
+  EXPECT_EQ(left_open_, boundary().statements_alive);
+  EXPECT_EQ(left_connected_, boundary().connections_alive.size());
+}
+
+void DatabaseTest::in_new_process(const std::function<void()>& rest) {
+  std::fflush(nullptr);
+  const pid_t child = fork();
+  ASSERT_NE(-1, child);
+  if (child == 0) {
+    [&]() noexcept { rest(); }();
+    TearDown();
+    std::exit(HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
+  }
+  int status = -1;
+  EXPECT_EQ(child, waitpid(child, &status, 0));
+  EXPECT_EQ(0, status) << "in the new process";
 }
 
 std::string DatabaseTest::scratch() {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,7 +28,8 @@ class DatabaseTest : public testing::Test {
 
   void SetUp() override;
 
-  // Fails the test on a log line that it did not ask for, and on a statement or text that stays without being announced.
+  // Fails the test on a log line that it did not ask for, and on a statement, text or connection that stays without being
+  // announced.
   void TearDown() override;
 
   // Runs SQL of the test's own on the database in memory, or on another connection.
@@ -62,6 +64,10 @@ class DatabaseTest : public testing::Test {
   // Announces what the call left behind, as it is meant to; the test then releases it.
   void expect_left_open(int statements);
   void expect_left_allocated(std::size_t texts);
+  void expect_left_connected(std::size_t connections, int statements);  // of the library's own
+
+  // Runs the rest of a test in a process of its own, with which goes what the library remembers in it.
+  void in_new_process(const std::function<void()>& rest);
 
   // A folder of this test's own for database files; also makes the fixed paths stand for files in it.
   std::string scratch();
@@ -86,6 +92,7 @@ class DatabaseTest : public testing::Test {
   std::string scratch_;
   int left_open_ = 0;
   std::size_t left_allocated_ = 0;
+  std::size_t left_connected_ = 0;
 };
 
 // A record or an array from the library, released at the end of the test.

@@ -2,16 +2,6 @@
 #include "unit/sensor_rules.h"
 
 namespace qmv::test {
-namespace {
-
-// A count that is less than nothing, from the SQL function of that name.
-void make_counts_negative(sqlite3* db) {
-  sqlite3_create_function(
-      db, "count", 0, SQLITE_UTF8, nullptr, nullptr, [](sqlite3_context*, int, sqlite3_value**) {},
-      [](sqlite3_context* context) { sqlite3_result_int(context, -1); });
-}
-
-}  // namespace
 
 TEST_P(Sensors, MembersAreNumbersOrTextsOf256Bytes) {
   for (const Field& field : table_.fields) {
@@ -317,7 +307,7 @@ TEST_P(SensorGetAll, WithoutATableReturnsOneWithNullAndLeavesTheCount) {
 
 TEST_P(SensorGetAll, OfANegativeCountFails) {
   insert(100);
-  make_counts_negative(db);
+  make_counts_negative();
   std::int32_t count = 0;
   OwnedRecords records(table_);
   EXPECT_EQ(1, GetParam().call(records.out(), db, &count));

@@ -72,7 +72,7 @@ std::int32_t read_inventory(sqlite3* db, Site site, Statement& join, fru_sdr_rec
   }
   if (inventory.missing()) return kOk;
   trace(site, Message("[%s:%d]Get all Chassis, Board, Product info from FRU table"));
-  if (inventory.step() == SQLITE_ROW) read_row(inventory.get(), kInventoryColumns.layout, record, Before::kZero);
+  if (inventory.step() == SQLITE_ROW) read_row(inventory.get(), kRuns<kInventoryColumns>.layout, record, Before::kZero);
   return kOk;
 }
 
@@ -102,7 +102,7 @@ std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, Counted 
   fru_sdr_rec* next = *records;
   while (join.step() == SQLITE_ROW) {
     if (next == *records + pairs.rows) continue;  // a row that appeared since the count
-    read_row(join.get(), kJoinColumns.layout, next, Before::kZero);
+    read_row(join.get(), kRuns<kJoinColumns>.layout, next, Before::kZero);
     trace(site, Format<'d', 'd'>("[%s:%d]EntityID :: %d\n Entity Instance::%d\n"), next->EntityID, next->EntityInst);
     const std::int32_t code = read_inventory(db, site, join, next);
     if (code != SQLITE_OK) return code;
@@ -132,8 +132,8 @@ constexpr auto kGetPair = packed([] {
 // IdStrLen is that of the length table.
 std::int32_t get_pair(sqlite3* db, Site site, const char* sensors, const char* length, std::int32_t EntityID,
                       std::int32_t EntityInst, fru_sdr_rec* record) {
-  return fill_row(kGetPair.form, site, kPairColumns.layout, db, record, QMV_TEXT(kGetPair, select), "fru", length,
-                  "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst);
+  return fill_row(kGetPair.form, site, kRuns<kPairColumns>.layout, db, record, QMV_TEXT(kGetPair, select), "fru",
+                  length, "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst);
 }
 
 }  // namespace

@@ -26,8 +26,8 @@ static void does_not_open(int32_t (*open)(struct sqlite3**)) {
 
 void connections(void) {
   opens(db_init, INSTANCE_DATABASE);
-  opens(tmp_db_init, "/tmp/tmp_cim.db");
-  opens(smash_db_init, "/tmp/smashclp.db");
+  opens(tmp_db_init, TEMPORARY_DATABASE);
+  opens(smash_db_init, SHELL_DATABASE);
   does_not_open(db_init);
   does_not_open(tmp_db_init);
   does_not_open(smash_db_init);

@@ -1,5 +1,7 @@
+#undef _FILE_OFFSET_BITS /* or the fopen() below would be fopen64() */
 #include "host.h"
 
+#include <fcntl.h>
 #include <stdarg.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -8,14 +10,17 @@
 
 static int failures;
 
-static char scratch[256];       /* holds the fixed files */
+static const char* const fixed_files[] = {INSTANCE_DATABASE, TEMPORARY_DATABASE, SHELL_DATABASE, REGISTRY,
+                                          STATIC_INSTANCES};
+static char scratch[256];       /* holds them */
 static const char* folder = ""; /* below it */
-static char* schema;
+static const char* schema_folder;
 
 static int lines[256]; /* by level */
 static char newest[512];
 
 void (*while_sleeping)(unsigned seconds);
+const char* uptime;
 
 bool check(bool holds, const char* what, const char* file, int line) {
   if (holds) return true;
@@ -67,7 +72,7 @@ void set(char* field, size_t width, const char* text) {
 
 /* What the library imports from its host. */
 
-static void keep(int level, const char* format, va_list arguments) {
+__attribute__((format(printf, 2, 0))) static void keep(int level, const char* format, va_list arguments) {
   vsnprintf(newest, sizeof newest, format, arguments);
   CHECK(newest[0] == '[' && strchr(newest, ']') != NULL);
   lines[level & 255]++;
@@ -111,9 +116,8 @@ static void path_of(const char* fixed_file, char* path, size_t size) {
 }
 
 int sqlite3_open(const char* filename, sqlite3** db) {
-  static const char* const fixed[] = {INSTANCE_DATABASE, "/tmp/tmp_cim.db", "/tmp/smashclp.db", "/etc/Association.db"};
-  for (size_t i = 0; i < sizeof fixed / sizeof *fixed; ++i) {
-    if (strcmp(filename, fixed[i]) != 0) continue;
+  for (size_t i = 0; i < sizeof fixed_files / sizeof *fixed_files; ++i) {
+    if (strcmp(filename, fixed_files[i]) != 0) continue;
     char path[512];
     path_of(filename, path, sizeof path);
     return sqlite3_open_v2(path, db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, NULL); /* what sqlite3_open does */
@@ -121,6 +125,15 @@ int sqlite3_open(const char* filename, sqlite3** db) {
   CHECK_TEXT("one of the fixed files", filename);
   *db = NULL;
   return SQLITE_CANTOPEN;
+}
+
+FILE* fopen(const char* path, const char* mode) {
+  static char text[64];
+  CHECK_TEXT("/proc/uptime", path);
+  CHECK_TEXT("r", mode);
+  if (uptime == NULL) return NULL;
+  snprintf(text, sizeof text, "%s", uptime);
+  return fmemopen(text, strlen(text), mode);
 }
 
 unsigned sleep(unsigned seconds) {
@@ -145,15 +158,34 @@ struct sqlite3* open_empty(void) {
   path_of(INSTANCE_DATABASE, path, sizeof path);
   unlink(path);
   CHECK_INT(SQLITE_OK, db_init(&db));
-  RUN(db, "pragma synchronous = off"); /* the disk need not survive the test */
   forget_lines();
   return db;
 }
 
 struct sqlite3* open_with_schema(void) {
   sqlite3* const db = open_empty();
-  RUN(db, schema);
+  make_tables(db, "cim.sql");
   return db;
+}
+
+static char* read_whole(const char* path) {
+  const int file = open(path, O_RDONLY);
+  char* const text = (char*)calloc(1, 1 << 16);
+  if (file == -1 || text == NULL || read(file, text, (1 << 16) - 1) <= 0) {
+    perror(path);
+    exit(EXIT_FAILURE);
+  }
+  close(file);
+  return text;
+}
+
+void make_tables(struct sqlite3* db, const char* schema_file) {
+  char path[512];
+  snprintf(path, sizeof path, "%s/%s", schema_folder, schema_file);
+  char* const statements = read_whole(path);
+  RUN(db, "pragma synchronous = off"); /* the disk need not survive the test */
+  RUN(db, statements);
+  free(statements);
 }
 
 struct sqlite3* open_from_outside(const char* fixed_file) {
@@ -173,22 +205,10 @@ int value_of(struct sqlite3* db, const char* query) {
   return value;
 }
 
-static char* read_whole(const char* path) {
-  FILE* const file = fopen(path, "r");
-  char* const text = (char*)calloc(1, 1 << 16);
-  if (file == NULL || text == NULL || fread(text, 1, (1 << 16) - 1, file) == 0) {
-    perror(path);
-    exit(EXIT_FAILURE);
-  }
-  fclose(file);
-  return text;
-}
-
 static void remove_scratch(void) {
-  static const char* const files[] = {INSTANCE_DATABASE, "/tmp/tmp_cim.db", "/tmp/smashclp.db"};
-  for (size_t i = 0; i < sizeof files / sizeof *files; ++i) {
+  for (size_t i = 0; i < sizeof fixed_files / sizeof *fixed_files; ++i) {
     char path[512];
-    path_of(files[i], path, sizeof path);
+    path_of(fixed_files[i], path, sizeof path);
     unlink(path);
   }
   CHECK_INT(0, rmdir(scratch));
@@ -196,7 +216,7 @@ static void remove_scratch(void) {
 
 int main(int argc, char** argv) {
   if (argc != 2) {
-    fprintf(stderr, "usage: %s SCHEMA\n", argv[0]);
+    fprintf(stderr, "usage: %s SCHEMA_FOLDER\n", argv[0]);
     return 2;
   }
   const char* const tmp = getenv("TMPDIR");
@@ -205,7 +225,7 @@ int main(int argc, char** argv) {
     perror(scratch);
     return EXIT_FAILURE;
   }
-  schema = read_whole(argv[1]);
+  schema_folder = argv[1];
 
   connections();
   statements();
@@ -218,8 +238,16 @@ int main(int argc, char** argv) {
   physical_assets();
   physical_elements();
   power_supplies();
+  profiles();
+  boot();
+  roles();
+  services();
+  jobs();
+  indications();
+  requested_states();
+  associations();
+  introspection();
 
-  free(schema);
   remove_scratch();
   printf("%d failed\n", failures);
   return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -1,7 +1,7 @@
 /*
  * A host process as the library's users write them: it links the shipped file and sees the public header only. It
  * stands between the library and the machine: debug lines are kept, the fixed database files lie in a scratch
- * directory, and nobody sleeps. One function below for each family makes a round through all that the family exports.
+ * directory, the clock says what it is told, and nobody sleeps. One function below for each family makes a round through all that the family exports.
  */
 #ifndef QMV_TESTS_SHIPPED_HOST_H
 #define QMV_TESTS_SHIPPED_HOST_H
@@ -11,6 +11,7 @@
 #include <stdbool.h>
 #include <stddef.h>
 #include <stdint.h>
+#include <string.h>
 
 QMV_BEGIN_DECLS
 
@@ -25,6 +26,15 @@ void event_log(void);
 void physical_assets(void);
 void physical_elements(void);
 void power_supplies(void);
+void profiles(void);
+void boot(void);
+void roles(void);
+void services(void);
+void jobs(void);
+void indications(void);
+void requested_states(void);
+void associations(void);
+void introspection(void);
 
 /* A check prints a line when it fails, and the test goes on; CHECK() also says whether it held. */
 #define CHECK(condition) check((condition), #condition, __FILE__, __LINE__)
@@ -57,15 +67,24 @@ int lines_of_level(int level);
 const char* last_line(void);
 void forget_lines(void);
 
-/* The fixed files, wherever they are in truth, and what happens in place of sleeping. */
+/* The fixed files, and one that a service might keep, wherever they are in truth. */
+#define INSTANCE_DATABASE "/tmp/cim.db"
+#define TEMPORARY_DATABASE "/tmp/tmp_cim.db"
+#define SHELL_DATABASE "/tmp/smashclp.db"
+#define REGISTRY "/etc/Association.db"
+#define STATIC_INSTANCES "/conf/static_instances.db"
 bool exists(const char* fixed_file);
 void move_fixed_files(const char* folder);
+
+/* What happens in place of sleeping, and what "/proc/uptime" holds: NULL when it is not there. */
 extern void (*while_sleeping)(unsigned seconds);
+extern const char* uptime;
 
 /* The instance database, empty or as the schema defines it. */
-#define INSTANCE_DATABASE "/tmp/cim.db"
 struct sqlite3* open_empty(void);
 struct sqlite3* open_with_schema(void);
+/* Makes the tables of a database as a file of the schema says. */
+void make_tables(struct sqlite3* db, const char* schema_file);
 /* Closes it, which shows that no statement was left open. */
 #define CLOSE(db) CHECK_INT(SQLITE_OK, db_close(db))
 
@@ -76,5 +95,47 @@ struct sqlite3* open_from_outside(const char* fixed_file);
 int value_of(struct sqlite3* db, const char* query);
 
 QMV_END_DECLS
+
+/*
+ * A table of instances, with `db` its connection and `read` a pointer to its record: the record is stored, its key a
+ * given text; stored again with another text in a member; read by its key, into a new record or the caller's; listed.
+ */
+#define STORE(record, key, text, set) \
+  do {                                \
+    FILL(record);                     \
+    SET((record).key, (text));        \
+    CHECK_INT(0, set(db, &(record))); \
+  } while (0)
+
+#define STORE_AGAIN(record, member, set) \
+  do {                                   \
+    SET((record).member, "another");     \
+    CHECK_INT(0, set(db, &(record)));    \
+  } while (0)
+
+#define CHECK_FOUND(expected, get, key)  \
+  do {                                   \
+    CHECK_INT(0, get(db, (key), &read)); \
+    CHECK_RECORD(expected, read);        \
+    RELEASE(read);                       \
+    CHECK_INT(1, get(db, "no", &read));  \
+  } while (0)
+
+#define CHECK_FILLED(expected, get, key, record) \
+  do {                                           \
+    memset(&(record), 0, sizeof(record));        \
+    CHECK_INT(0, get(db, (key), &(record)));     \
+    CHECK_RECORD(expected, &(record));           \
+    CHECK_INT(1, get(db, "no", &(record)));      \
+  } while (0)
+
+#define CHECK_LISTED(expected, get_all)        \
+  do {                                         \
+    int32_t listed = -1;                       \
+    CHECK_INT(0, get_all(db, &listed, &read)); \
+    CHECK_INT(1, listed);                      \
+    CHECK_RECORD(expected, read);              \
+    RELEASE(read);                             \
+  } while (0)
 
 #endif
