@@ -1,4 +1,6 @@
+#include <filesystem>
 #include <fstream>
+#include <map>
 
 #include "command_test.h"
 
@@ -11,7 +13,7 @@ using FixedFile = CommandTest;
 
 TEST_F(Init, CreatesTheTables) {
   EXPECT_EQ(on_database({"init"}).status, 0);
-  EXPECT_EQ(sql("select count(*) from sqlite_master where type = 'table';"), "8");
+  EXPECT_EQ(sql("select count(*) from sqlite_master where type = 'table';"), "43");
   EXPECT_EQ(sql("select count(*) from pragma_table_info('compact_sdr');"), "45");
   EXPECT_EQ(sql("select count(*) from pragma_table_info('full_sdr');"), "63");
 }
@@ -37,19 +39,47 @@ TEST_F(Init, InAMissingDirectoryFails) {
   EXPECT_EQ(outcome.err, "qmvctl: " + path("missing/test.db") + ": No such file or directory\n");
 }
 
-TEST_F(Init, WithoutDbCreatesTheFixedFile) {
+TEST_F(Init, WithoutDbCreatesTheFixedFilesThatHostsOpen) {
   EXPECT_EQ(run({"init"}).status, 0);
-  EXPECT_TRUE(std::filesystem::exists(path("cim.db")));
+  for (const char* name : {"cim.db", "tmp_cim.db", "smashclp.db"}) EXPECT_TRUE(std::filesystem::exists(path(name)));
+  EXPECT_FALSE(std::filesystem::exists(path("Association.db")));
   const Outcome again = run({"init"});
   EXPECT_EQ(again.status, 1);
   EXPECT_EQ(again.err, "qmvctl: /tmp/cim.db: the file exists and is not touched\n");
+}
+
+TEST_F(Init, CreatesNoneOfThemWhenOneExists) {
+  file("smashclp.db", ascii("mine"));
+  const Outcome outcome = run({"init"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "qmvctl: /tmp/smashclp.db: the file exists and is not touched\n");
+  EXPECT_FALSE(std::filesystem::exists(path("cim.db")));
+  EXPECT_FALSE(std::filesystem::exists(path("tmp_cim.db")));
+  EXPECT_EQ(std::filesystem::file_size(path("smashclp.db")), 4u);
+}
+
+TEST_F(Init, CreatesTheOneDatabaseThatIsNamed) {
+  const std::map<std::string, std::string> tables = {
+      {"tmp_cim", "concrete_job,error_info"}, {"smashclp", "jobs"}, {"association", "association,association_reg"}};
+  for (const auto& [name, expected] : tables) {
+    EXPECT_EQ(on_database({"init", name}).status, 0);
+    EXPECT_EQ(sql("select group_concat(name) from (select name from sqlite_master where type = 'table' order by 1);"),
+              expected);
+    std::filesystem::remove(database());
+  }
+  EXPECT_EQ(run({"init", "tmp_cim"}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(path("tmp_cim.db")));
+  EXPECT_FALSE(std::filesystem::exists(path("cim.db")));
+  EXPECT_EQ(run({"init", "association"}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(path("Association.db")));
+  EXPECT_EQ(run({"init", "other"}).status, 2);
 }
 
 TEST_F(Usage, HelpSucceedsAndNamesTheCommands) {
   const Outcome outcome = run({"--help"});
   EXPECT_EQ(outcome.status, 0);
   for (const char* command :
-       {"init", "import", "sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
+       {"init", "import", "sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies", "instances"}) {
     EXPECT_NE(outcome.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
   }
 }

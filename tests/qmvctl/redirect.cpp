@@ -12,7 +12,7 @@ namespace {
 std::string redirected_directory;
 
 std::string redirected(const char* path) {
-  constexpr std::string_view kFixed[] = {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db"};
+  constexpr std::string_view kFixed[] = {"/tmp/cim.db", "/tmp/tmp_cim.db", "/tmp/smashclp.db", "/etc/Association.db"};
   for (const std::string_view fixed : kFixed) {
     if (path != fixed) continue;
     if (redirected_directory.empty()) std::abort();  // never the machine's own file

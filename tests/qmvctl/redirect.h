@@ -7,7 +7,8 @@
 
 namespace qmvctl::test {
 
-// Leads "/tmp/NAME" to "DIRECTORY/NAME" from now on. Before that, opening a fixed path ends the test program.
+// Leads the fixed paths to files of the same names in the directory from now on. Before that, opening a fixed path ends
+// the test program.
 void redirect_fixed_paths(const std::string& directory);
 
 }  // namespace qmvctl::test

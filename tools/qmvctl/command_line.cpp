@@ -66,9 +66,11 @@ class CommandLine {
   int run(int argument_count, const char* const* arguments);
 
  private:
+  void add_init();
   void add_import();
   void add_list(const char* name, const char* description, Listing (*list)(const Database&));
   void add_assets();
+  void add_instances();
 
   void import();
   void report(const Inventory& stored);
@@ -81,23 +83,23 @@ class CommandLine {
   CLI::App app_{"Creates, fills and shows the databases of the server management controller.", "qmvctl"};
 
   std::string database_;  // empty for the fixed file
+  std::string kind_;      // of the database to create, empty for all
   bool is_json_ = false;
   ImportFiles files_;
   std::vector<std::string> frus_;  // "ID=FILE"
   std::string asset_class_;        // empty for all
+  std::string instance_table_;
 };
 
 CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_(err) {
   app_.require_subcommand(1);
   app_.fallthrough();
-  app_.add_option("--db", database_, "use this database in place of " + std::string(kInstanceDatabase))
+  app_.add_option("--db", database_, "use this database in place of " + std::string(kInstanceDatabase.file))
       ->type_name("FILE");
   app_.add_flag("--json", is_json_, "write JSON");
   app_.add_flag_callback(
       "-v,--verbose", [] { show_traces(true); }, "write the library's traces to standard error");
-  app_.add_subcommand("init", "Create the database; an existing file is not touched")->callback([this] {
-    Database::create(database_);
-  });
+  add_init();
   add_import();
   add_list("sensors", "Show the sensors with their thresholds", list_sensors);
   add_list("fru", "Show the field-replaceable units", list_frus);
@@ -106,6 +108,47 @@ CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_
   add_list("processors", "Show the processors", list_processors);
   add_list("memory", "Show the memory", list_memory);
   add_list("power-supplies", "Show the power supplies", list_power_supplies);
+  add_instances();
+}
+
+void CommandLine::add_init() {
+  static const std::map<std::string, const DatabaseKind*> kKinds = {{kInstanceDatabase.name, &kInstanceDatabase},
+                                                                    {kTemporaryDatabase.name, &kTemporaryDatabase},
+                                                                    {kShellDatabase.name, &kShellDatabase},
+                                                                    {kRegistry.name, &kRegistry}};
+  CLI::App* command = app_.add_subcommand("init", "Create the databases; an existing file is not touched");
+  command->add_option("database", kind_, "one database alone: cim, tmp_cim, smashclp or association")
+      ->type_name("DATABASE")
+      ->check(CLI::IsMember(&kKinds));
+  command->footer(
+      "Without DATABASE: cim, tmp_cim and smashclp under /tmp, or none of them when one exists. --db names the file\n"
+      "of one database, which is cim when DATABASE is not given.");
+  command->callback([this] {
+    if (kind_.empty() && database_.empty()) {
+      Database::create_all();
+    } else {
+      Database::create(database_, kind_.empty() ? kInstanceDatabase : *kKinds.at(kind_));
+    }
+  });
+}
+
+void CommandLine::add_instances() {
+  CLI::App* command = app_.add_subcommand("instances", "Show the instances in a profile table");
+  command->add_option("table", instance_table_, "the table")->type_name("TABLE")->required();
+  command->footer(
+      "Tables:\n  " + CLI::detail::join(instance_tables(), "\n  ") +
+      "\n\n"
+      "Of dhcp_capabilities the library reads the first row only; of textredirectionservice, textredirectionsap,\n"
+      "account_management_service and indication_service only the row with the name that it knows. Rows of\n"
+      "dhcp_protocol_endpoint, event_type and request_state_change it finds by their keys only: they cannot be shown.");
+  command->callback([this] {
+    const auto listing = list_instances(Database::open(database_), instance_table_);
+    if (!listing) {
+      throw CLI::ValidationError("table",
+                                 instance_table_ + " is not one of " + CLI::detail::join(instance_tables(), ", "));
+    }
+    show(*listing);
+  });
 }
 
 void CommandLine::add_import() {

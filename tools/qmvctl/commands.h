@@ -20,6 +20,13 @@ Listing list_memory(const Database& database);
 // Power supplies: of the fixed file by the library's own search, of another file by the sensors in the category.
 Listing list_power_supplies(const Database& database);
 
+// The instances of a profile table, as the library reads them; members are named as the columns. Nothing for a table
+// that instance_tables() does not name.
+std::optional<Listing> list_instances(const Database& database, const std::string& table);
+
+// The tables that list_instances() knows.
+std::vector<std::string> instance_tables();
+
 // The physical assets of a CIM class, by the statements that the library hands out for it.
 struct Assets {
   struct Part {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <memory>
 
-#include "schema_cim.h"
+#include "schema.h"
 
 namespace qmvctl {
 
@@ -19,38 +19,47 @@ File open_file(const std::string& name, const char* mode) {
   return {std::fopen(name.c_str(), mode), std::fclose};
 }
 
-std::string name_or_default(const std::string& file) {
-  return file.empty() ? kInstanceDatabase : file;
+std::string name_or_default(const std::string& file, const DatabaseKind& kind) {
+  return file.empty() ? kind.file : file;
 }
 
-int open_connection(const std::string& file, sqlite3** handle) {
-  if (file == kInstanceDatabase) return db_init(handle);
+int open_connection(const std::string& file, const DatabaseKind& kind, sqlite3** handle) {
+  if (file == kind.file && kind.open) return kind.open(handle);
   const int status = sqlite3_open(file.c_str(), handle);
   if (status == SQLITE_OK) return sqlite3_busy_timeout(*handle, kWaitMilliseconds);
   sqlite3_close(*handle);
   return status;
 }
 
+[[noreturn]] void fail_as_it_exists(const std::string& file) {
+  throw std::runtime_error(file + ": the file exists and is not touched");
+}
+
 }  // namespace
 
-Database Database::open(const std::string& file) {
-  const std::string name = name_or_default(file);
+const DatabaseKind kInstanceDatabase{"cim", "/tmp/cim.db", db_init, kSchemaCim};
+const DatabaseKind kTemporaryDatabase{"tmp_cim", "/tmp/tmp_cim.db", tmp_db_init, kSchemaTmpCim};
+const DatabaseKind kShellDatabase{"smashclp", "/tmp/smashclp.db", smash_db_init, kSchemaSmashclp};
+const DatabaseKind kRegistry{"association", "/etc/Association.db", nullptr, kSchemaAssociation};
+
+Database Database::open(const std::string& file, const DatabaseKind& kind) {
+  const std::string name = name_or_default(file, kind);
   if (!open_file(name, "rb")) {  // SQLite would create it
     throw std::runtime_error(name + ": " + std::strerror(errno) + (errno == ENOENT ? " (qmvctl init creates it)" : ""));
   }
-  return Database(name);
+  return Database(name, kind);
 }
 
-void Database::create(const std::string& file) {
-  const std::string name = name_or_default(file);
+void Database::create(const std::string& file, const DatabaseKind& kind) {
+  const std::string name = name_or_default(file, kind);
   if (!open_file(name, "wbx")) {
-    throw std::runtime_error(name + ": " +
-                             (errno == EEXIST ? "the file exists and is not touched" : std::strerror(errno)));
+    if (errno == EEXIST) fail_as_it_exists(name);
+    throw std::runtime_error(name + ": " + std::strerror(errno));
   }
   try {
-    Database database(name);
+    Database database(name, kind);
     Transaction transaction(database);
-    database.execute(kSchemaCim);
+    database.execute(kind.schema);
     transaction.commit();
   } catch (...) {
     std::remove(name.c_str());
@@ -58,8 +67,16 @@ void Database::create(const std::string& file) {
   }
 }
 
-Database::Database(const std::string& file) : file_(file) {
-  const int status = open_connection(file_, &handle_);
+void Database::create_all() {
+  const DatabaseKind* const kinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase};
+  for (const DatabaseKind* kind : kinds) {
+    if (open_file(kind->file, "rb")) fail_as_it_exists(kind->file);
+  }
+  for (const DatabaseKind* kind : kinds) create("", *kind);
+}
+
+Database::Database(const std::string& file, const DatabaseKind& kind) : file_(file) {
+  const int status = open_connection(file_, kind, &handle_);
   if (status != SQLITE_OK) fail(std::string("cannot be opened: ") + sqlite3_errstr(status));
 }
 

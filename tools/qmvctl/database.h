@@ -11,19 +11,32 @@
 
 namespace qmvctl {
 
-// The file that db_init() opens, and that the power supplies come from when no other file is named.
-inline constexpr char kInstanceDatabase[] = "/tmp/cim.db";
+// One of the system's databases.
+struct DatabaseKind {
+  const char* name;
+  const char* file;                   // where the library looks for it
+  int32_t (*open)(sqlite3** handle);  // how the library opens that file; NULL where it does so for itself only
+  const char* schema;
+};
+
+extern const DatabaseKind kInstanceDatabase;   // also where the power supplies come from when no file is named
+extern const DatabaseKind kTemporaryDatabase;  // jobs and their errors
+extern const DatabaseKind kShellDatabase;      // the command-line shell's jobs
+extern const DatabaseKind kRegistry;           // associations and plug-ins
 
 // An open database. All failures are std::runtime_errors that name the file.
 class Database {
  public:
   // Opens an existing file: the library's fixed one when the name is empty, else the named one, with a handler that
   // waits for other processes' locks.
-  static Database open(const std::string& file);
+  static Database open(const std::string& file, const DatabaseKind& kind = kInstanceDatabase);
 
   // Creates a file with the reference tables (the fixed one when the name is empty). An existing file is an error and
   // stays as it is.
-  static void create(const std::string& file);
+  static void create(const std::string& file, const DatabaseKind& kind = kInstanceDatabase);
+
+  // Creates the files that hosts open, all or none.
+  static void create_all();
 
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
@@ -38,7 +51,7 @@ class Database {
   [[noreturn]] void fail(const std::string& text) const;  // "FILE: TEXT"
 
  private:
-  explicit Database(const std::string& file);
+  Database(const std::string& file, const DatabaseKind& kind);
 
   std::string file_;
   sqlite3* handle_ = nullptr;

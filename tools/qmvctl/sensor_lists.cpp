@@ -122,7 +122,7 @@ Listing list_power_supplies(const Database& database) {
                   {},
                   "There are no power supplies."};
   const auto all_frus = frus(database);
-  const bool is_fixed_file = database.file() == kInstanceDatabase;
+  const bool is_fixed_file = database.file() == kInstanceDatabase.file;
   for (const PowerSupply& supply :
        is_fixed_file ? power_supplies_of_fixed_file(database) : power_supplies_of(database)) {
     Json row{{"instance", instance_name(supply)},
