@@ -390,9 +390,14 @@ TEST_P(Indications, GetAllWithoutAStatementReturnsOneAsIfItDidNotCompile) {
   EXPECT_EQ(Lines({counted(1), error("SQL Compilation error: not an error")}), logged());
 }
 
+// So many that they would not fit behind the array unnoticed.
 TEST_P(Indications, GetAllStepsOverRowsThatAppearAfterTheCount) {
   insert(100);
-  sql_before("select * from", "insert into " + table().name + " values (" + joined(literals(200)) + ");");
+  Texts later = literals(200);
+  later[0] = "i";
+  sql_before("select * from",
+             "with recursive n (i) as (values (1) union all select i + 1 from n where i < 2000) insert into " +
+                 table().name + " select " + joined(later) + " from n;");
   EXPECT_EQ(0, get_all());
   EXPECT_EQ(1, count);
   expect_members(100, records[0], table().fields);
