@@ -133,7 +133,7 @@ inline constexpr auto kRuns = [] {
   using Record = typename std::remove_cvref_t<decltype(List)>::Record;
   Runs<List.runs()> made{{sizeof(Record), List.runs()}, {}};
   Run* next = made.run;
-  for (std::size_t n = 0; n < std::size(List.column); ++n) {
+  for (std::size_t n = 0; n != std::size(List.column); ++n) {
     const Column& each = List.column[n];
     const auto offset = static_cast<std::uint16_t>(each.offset);
     if (List.goes_on(n)) {
