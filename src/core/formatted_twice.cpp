@@ -6,16 +6,15 @@ namespace qmv {
 
 namespace {
 
-// The end of a directive that begins behind its '%', NULL when it is none.
-const char* end_of_directive(const char* at) {
+// What ends the directive that begins behind its '%': its letter, or a character that no directive has.
+const char* letter_of(const char* at) {
   at += std::strspn(at, "-+ #!0,");
   at += *at == '*' ? 1 : std::strspn(at, "0123456789");
   if (*at == '.') {
     ++at;
     at += *at == '*' ? 1 : std::strspn(at, "0123456789");
   }
-  at += at[0] != 'l' ? 0 : at[1] != 'l' ? 1 : 2;
-  return *at != 0 && std::strchr("diuxXocsqQwzpneEfgGrST", *at) != nullptr ? at + 1 : nullptr;
+  return at + (at[0] != 'l' ? 0 : at[1] != 'l' ? 1 : 2);
 }
 
 }  // namespace
@@ -26,12 +25,12 @@ void format_without_arguments(char* text) {
   while (*from != 0) {
     if (*from != '%' || from[1] == 0) {
       *to++ = *from++;
-    } else if (from[1] == '%') {
-      *to++ = '%';
-      from += 2;
     } else {
-      from = end_of_directive(from + 1);
-      if (from == nullptr) break;
+      const char* const letter = letter_of(from + 1);
+      if (*letter == 0 || std::strchr("%diuxXocsqQwzpneEfgGr", *letter) == nullptr) break;
+      const auto length = static_cast<std::size_t>(letter - from);
+      if (*letter == '%' && std::memchr(from, '*', length) == nullptr) *to++ = '%';
+      from = letter + 1;
     }
   }
   *to = 0;

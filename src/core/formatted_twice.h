@@ -4,9 +4,9 @@
 
 namespace qmv {
 
-// Does to a text, in place, what SQLite's formatter does when there is no argument to take: "%%" becomes "%", a
-// directive yields nothing, and the text ends at one that is none. Nothing is read, written through or released for a
-// directive.
+// Does to a text, in place, what SQLite's formatter does when there is no argument to take: "%%" becomes "%", and the text
+// ends at what is no directive. A directive that would take an argument yields nothing: nothing is read, written through
+// or released for it. A width before a percent sign, as in "%5%", adds no blanks: it could ask for gigabytes of them.
 void format_without_arguments(char* text);
 
 }  // namespace qmv
