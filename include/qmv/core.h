@@ -28,7 +28,7 @@ QMV_BEGIN_DECLS
 /*
  * Provided by the host: write one debug line. The library calls them with level 130 (DbgOut, errors) and 135
  * (Runtime_DbgOut, traces), a format that begins "[%s:%d]", the name of the module's source file, the line in it, and
- * what else the format names.
+ * what else the format names. Some formats end in a newline or hold one, most do not.
  */
 void HTRC_LINUXAPP_DbgOut(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) __attribute__((format(printf, 2, 3)));
@@ -37,8 +37,8 @@ void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) __attribut
  * Opens the instance database, "/tmp/cim.db". The file is created empty when it is missing.
  *   db (out)  the new connection
  * Returns 0, or the code of sqlite3_open (14, SQLITE_CANTOPEN, for a missing directory).
- * Owns: the caller closes the connection with db_close(). Its statements wait for other processes' locks, in steps of
- *   2 seconds, without limit.
+ * Owns: the caller closes the connection with db_close(). Its statements wait for other connections' locks, in steps of
+ *   2 seconds, without limit; where both would wait for each other, SQLite answers 5 (SQLITE_BUSY) at once.
  * On failure the connection is closed already; *db holds its dead handle and must not be used or closed.
  */
 QMV_API int32_t db_init(struct sqlite3** db) QMV_NOEXCEPT;
@@ -54,6 +54,8 @@ QMV_API int32_t smash_db_init(struct sqlite3** db) QMV_NOEXCEPT;
  *   db      the connection
  *   format  an SQLite printf format (%q doubles quotes, %i and %d are integers), followed by its arguments
  * Returns the code of sqlite3_exec: 0, 1 for a statement that SQLite rejects, 19 (SQLITE_CONSTRAINT) when a key exists.
+ *   0 also when memory is too short to format the text: nothing is run and nothing logged then, so a set that reports
+ *   0 may have stored nothing.
  * Differs: a trace that reads "Successfully execute the SQLite query" is written when the statement FAILED, and only
  * then.
  */
