@@ -7,7 +7,8 @@
 
 #include "qmv/fru.h"
 
-/* A physical asset (CIM_PhysicalElement): a FRU together with a sensor of the same entity. */
+/* A physical asset (CIM_PhysicalElement): a FRU together with a sensor of the same entity. The fields down to
+ * BrdMfrName are those of fru_rec. */
 typedef struct fru_sdr_rec {
   int32_t FruIDSlaveAddr;
   int32_t DeviceAccessAddr;
@@ -26,7 +27,7 @@ typedef struct fru_sdr_rec {
   char BrdSerNumber[256];
   char BrdPartNumber[256];
   char BrdMfrName[256];
-  int32_t IdStrLen;       /* length of an ID string; whose, says the function */
+  int32_t IdStrLen;       /* length of an ID string, in bytes; whose, says the function */
   char IdStr[256];        /* the sensor's ID string */
   int32_t IsFRUAvailable; /* from the sensor; db_get_all_physicalasset_element() only */
   int32_t SensorNum;      /* db_get_all_physicalasset_element() only */
@@ -45,15 +46,16 @@ QMV_API int32_t db_get_fru_compact_sdr_cnt(struct sqlite3* db, int32_t* count) Q
  * Reads the pairs of a FRU and a compact sensor of its entity. Get-all.
  * IdStrLen is the FRU row's column of that name; IDStrLen, DevIdStr, IsFRUAvailable and SensorNum stay zero.
  * Differs: 0 whenever the count is 0, even when counting failed. When the statement for a FRU's inventory strings does
- * not compile, its code is returned at once, with the records read so far, and the connection cannot be closed.
+ *   not compile, its code is returned at once, with the records read so far; the statement that stays open then stands
+ *   on a row, with the consequences of convention 7.
  */
 QMV_API int32_t db_get_all_fru_compact_sdr(struct sqlite3* db, int32_t* count, fru_sdr_rec** records) QMV_NOEXCEPT;
 
 /*
- * Reads the first pair of a FRU and a compact sensor of an entity. Get-one into the caller's record.
- * IdStrLen is the sensor's; IDStrLen, DevIdStr, IsFRUAvailable and SensorNum are untouched.
- * Differs: SQLite's own code when the statement does not compile. It does not where the sensor table has columns of the
- *   same names as the FRU table (as schema/ has them), since they are then ambiguous to SQLite.
+ * Reads the first pair of a FRU and a compact sensor of an entity. Get-one into the caller's record, with SQLite's
+ * codes. IdStrLen is the sensor's; IDStrLen, DevIdStr, IsFRUAvailable and SensorNum are untouched.
+ * The statement does not compile where the sensor table has columns of the same names as the FRU table (as schema/ has
+ * them), since they are then ambiguous to SQLite.
  */
 QMV_API int32_t db_get_fru_compact_sdr(struct sqlite3* db, int32_t EntityID, int32_t EntityInst,
                                        fru_sdr_rec* record) QMV_NOEXCEPT;
@@ -90,7 +92,7 @@ QMV_API int32_t get_sqlqueries_nonFRU(const char* class_name, char* count, char*
 
 /*
  * Tells whether an entity has a full sensor whose sensor type equals its entity ID.
- * Returns 0 when it has one, 1 when not (also without a row, the statement then stays open), or SQLite's own code when
+ * Returns 0 when it has one, 1 when not (also without a row, and the statement then stays open), or SQLite's code when
  *   the statement does not compile.
  */
 QMV_API int32_t db_check_is_entity_id_equals_to_sen_type(struct sqlite3* db, int32_t EntityID,
@@ -98,9 +100,8 @@ QMV_API int32_t db_check_is_entity_id_equals_to_sen_type(struct sqlite3* db, int
 
 /*
  * Reads the sensor type of the first full sensor of an entity whose sensor type differs from its entity ID.
- *   SensorType (out)  IPMI 2.0, table 42-3; untouched without a row
- * Returns 0; 1 when there is none, and the statement then stays open; SQLite's own code when the statement does not
- *   compile.
+ *   SensorType (out)  table 42-3; untouched without a row
+ * Returns 0; 1 when there is none, and the statement then stays open; SQLite's code when it does not compile.
  */
 QMV_API int32_t db_check_is_entity_id_not_equals_to_sen_type(struct sqlite3* db, int32_t EntityID,
                                                              int32_t EntityInstance, int32_t* SensorType) QMV_NOEXCEPT;
@@ -118,16 +119,16 @@ QMV_API int32_t db_get_all_physicalasset_element(struct sqlite3* db, int32_t* co
 /*
  * Names the power supply (CIM_PowerSupply) with a sensor of that number in "/tmp/cim.db", as
  * "EntityID:EntityInstance:SensorNum:PowerSupply". A power supply is a sensor whose PhysicalElement has bit 1024 and
- * whose entity ID is 10 or 19. Opens the file itself and does not wait for locks. Logs nothing.
+ * whose entity ID is 10 or 19. Opens the file itself. Logs nothing.
  *   name (out)  a new text of at most 256 bytes, released by the caller with db_freemem() or free()
- * Returns 0, or 1 when the file cannot be opened, there is no such sensor or memory is short: then NULL is stored;
- *   otherwise *name is untouched.
+ * Returns 0; 1 with *name untouched when the file cannot be opened or read or there is no such sensor, and with NULL
+ *   stored when memory is short.
  */
 QMV_API int32_t get_ps_from_db(char** name, int32_t SensorNum) QMV_NOEXCEPT;
 
 /*
  * Names all power supplies in "/tmp/cim.db", one text an entity; as get_ps_from_db().
- *   names (out)  a new array of pointers to texts; the caller releases each text and the array
+ *   names (out)  a new array of pointers to texts; the caller releases each text and the array with free()
  *   count (out)  the number of texts, which stand at the array's start
  * Returns 0; when no sensor has bit 1024, both outs are untouched; when such sensors exist but none is a power supply,
  *   *count is 0 and *names an array of NULLs that is still to be released. 1 on failure, with *names NULL and *count 0.

@@ -1,6 +1,6 @@
 /*
  * qmv/profiles.h - capabilities, registered profiles, remote access, power and account management.
- * (*) marks a get-all that does not clear *records first: without rows, or when counting fails, it keeps its value.
+ * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.
  * The conventions and the shapes named here stand in qmv.h.
  */
 #ifndef QMV_PROFILES_H
@@ -11,38 +11,38 @@
 /* CIM_EnabledLogicalElementCapabilities, table "ena_log_elem_cap". Key: InstanceID. */
 typedef struct ena_log_elem_cap_rec {
   char InstanceID[256];
-  char RequestStatesSupported[256]; /* the column is spelled so too */
-  int32_t ElementNameEditSupported;
-  char ElementName[256];
-  int32_t MaxElementNameLen;
+  char RequestStatesSupported[256]; /* RequestedStatesSupported, list; the column is spelled so too */
+  int32_t ElementNameEditSupported; /* flag: the element's name can be changed */
+  char ElementName[256];            /* name for people */
+  int32_t MaxElementNameLen;        /* longest name, in characters */
 } ena_log_elem_cap_rec;
 
-/* CIM_RegisteredProfile, table "registered_profile". Key: InstanceID. */
+/* CIM_RegisteredProfile: a management profile as DMTF registers it, table "registered_profile". Key: InstanceID. */
 typedef struct registered_profile_rec {
   char InstanceID[256];
-  int32_t RegOrganization;
-  char RegisteredName[256];
-  char RegisteredVersion[256];
-  char AdvertiseTypes[256];
-  char OtherRegisteredOrganization[256];
-  char AdvertiseTypesDesc[256];
-  char ImplementedFeatures[512];
+  int32_t RegOrganization;               /* RegisteredOrganization; 2 DMTF, 1 another */
+  char RegisteredName[256];              /* "Boot Control", say */
+  char RegisteredVersion[256];           /* major.minor.update */
+  char AdvertiseTypes[256];              /* list; 2 not advertised, 3 SLP */
+  char OtherRegisteredOrganization[256]; /* its name where RegOrganization is 1 */
+  char AdvertiseTypesDesc[256];          /* AdvertiseTypeDescriptions, list */
+  char ImplementedFeatures[512];         /* list */
 } registered_profile_rec;
 
 /* CIM_SSHCapabilities, table "ssh_capabilities". Key: InstanceID. */
 typedef struct ssh_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
-  int32_t ElementNameEditSupported;
-  int32_t MaxConnections;
-  char RequestedStatesSupported[256];
-  int32_t ListeningPortManagementSupported;
+  int32_t ElementNameEditSupported;         /* flag */
+  int32_t MaxConnections;                   /* sessions at a time */
+  char RequestedStatesSupported[256];       /* list */
+  int32_t ListeningPortManagementSupported; /* flag: the port can be changed */
   int32_t MaxListeningPorts;
-  char SupportedSSHVersions[256];
-  char SupportedEncryptionAlgorithms[256];
+  char SupportedSSHVersions[256];          /* list */
+  char SupportedEncryptionAlgorithms[256]; /* list */
 } ssh_capabilities_rec;
 
-/* CIM_TelnetCapabilities, table "telnet_capabilities". Key: InstanceID. */
+/* CIM_TelnetCapabilities, table "telnet_capabilities"; as ssh_capabilities_rec. Key: InstanceID. */
 typedef struct telnet_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
@@ -51,34 +51,34 @@ typedef struct telnet_capabilities_rec {
   char RequestedStatesSupported[256];
   int32_t ListeningPortManagementSupported;
   int32_t MaxListeningPorts;
-  char SupportedTerminalModes[256];
-  char SupportedCharacterDisplayModes[256];
+  char SupportedTerminalModes[256];         /* list */
+  char SupportedCharacterDisplayModes[256]; /* list */
 } telnet_capabilities_rec;
 
 /* CIM_PhysicalAssetCapabilities, table "phy_asset_capabilities". Key: InstanceID. */
 typedef struct phy_asset_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
-  int32_t FRUInfoSupported;
+  int32_t FRUInfoSupported; /* flag: inventory data are given */
 } phy_asset_capabilities_rec;
 
 /* CIM_DHCPCapabilities, table "dhcp_capabilities". Key: InstanceID. */
 typedef struct dhcp_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
-  int32_t ElementNameEditSupported;
-  char OptionsSupported[256];
+  int32_t ElementNameEditSupported; /* flag */
+  char OptionsSupported[256];       /* list of DHCP options */
 } dhcp_capabilities_rec;
 
 /* CIM_DHCPProtocolEndpoint, table "dhcp_protocol_endpoint". Key: Name. */
 typedef struct dhcp_protocol_endpoint_rec {
   char Name[256];
-  char NameFormat[256];
-  int32_t ProtocolIFType;
-  char OtherTypeDesc[256];
+  char NameFormat[256];    /* what the name is made of */
+  int32_t ProtocolIFType;  /* 1 other */
+  char OtherTypeDesc[256]; /* OtherTypeDescription, where ProtocolIFType is 1 */
   int32_t EnabledState;
   int32_t RequestedState;
-  int32_t ClientState;
+  int32_t ClientState; /* where the client is in obtaining its lease */
   char ElementName[256];
 } dhcp_protocol_endpoint_rec;
 
@@ -92,16 +92,16 @@ typedef struct concrete_collection_rec {
 typedef struct power_management_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
-  char PowerChangeCapabilities[64];
-  char PowerStateSupported[64];
-  char RequestedPowerStatesSupported[64];
+  char PowerChangeCapabilities[64];       /* list; how power can be changed */
+  char PowerStateSupported[64];           /* PowerStatesSupported, list */
+  char RequestedPowerStatesSupported[64]; /* list */
 } power_management_capabilities_rec;
 
 /* CIM_PowerManagementService, table "power_management_service". Key: Name. */
 typedef struct power_management_service_rec {
   char Name[256];
-  char SystemCreationClassName[256];
-  char CreationClassName[256];
+  char SystemCreationClassName[256]; /* class of the system that the service is part of */
+  char CreationClassName[256];       /* class of the service */
   char ElementName[256];
 } power_management_service_rec;
 
@@ -109,23 +109,23 @@ typedef struct power_management_service_rec {
 typedef struct account_mgt_capabilities_rec {
   char InstanceID[256];
   char ElementName[256];
-  int32_t ElementNameEditSupported;
-  int32_t MaxElementNameLen;
-  char OperationsSupported[256];
+  int32_t ElementNameEditSupported; /* flag */
+  int32_t MaxElementNameLen;        /* in characters */
+  char OperationsSupported[256];    /* list; what can be done to accounts */
 } account_mgt_capabilities_rec;
 
 /* CIM_AccountSettingData, table "account_setting_data". Key: InstanceID. */
 typedef struct account_setting_data_rec {
   char InstanceID[256];
   char ElementName[256];
-  char MaxPwdExpiration[64]; /* a text, not a number */
+  char MaxPwdExpiration[64]; /* MaximumPasswordExpiration, a CIM interval (a text, not a number) */
 } account_setting_data_rec;
 
 QMV_BEGIN_DECLS
 
 /*
  * Counts the rows of a table. Count.
- *   table  its name; of an empty name 1 is returned and *count stays untouched
+ *   table  its name, read as SQL; of an empty name 1 is returned and *count stays untouched
  */
 QMV_API int32_t db_get_cnt(struct sqlite3* db, int32_t* count, const char* table) QMV_NOEXCEPT;
 
@@ -192,8 +192,7 @@ QMV_API int32_t db_set_dhcp_capabilities(struct sqlite3* db, const dhcp_capabili
  * Reads the DHCP protocol endpoint with that name. Get-one.
  * Differs: from the third field on, the fields do not hold their own columns: ProtocolIFType and ClientState hold
  *   RequestedState, OtherTypeDesc holds ProtocolIFType, EnabledState holds OtherTypeDesc, RequestedState holds
- *   EnabledState,
- *   and ElementName holds ClientState; the column ElementName is never read.
+ *   EnabledState, and ElementName holds ClientState; the column ElementName is never read.
  */
 QMV_API int32_t db_get_dhcp_protocol_endpoint(struct sqlite3* db, const char* Name,
                                               dhcp_protocol_endpoint_rec** record) QMV_NOEXCEPT;
@@ -233,7 +232,7 @@ QMV_API int32_t db_get_all_power_mgt_service(struct sqlite3* db, int32_t* count,
 QMV_API int32_t db_get_power_mgt_service(struct sqlite3* db, const char* Name, const char* SystemCreationClassName,
                                          power_management_service_rec** record) QMV_NOEXCEPT;
 
-/* Stores a power management service. Set, by Name. */
+/* Stores a power management service. Set, by Name alone, whatever the row's SystemCreationClassName. */
 QMV_API int32_t db_set_power_mgt_service(struct sqlite3* db, const power_management_service_rec* record) QMV_NOEXCEPT;
 
 /* Reads all account management capabilities. Get-all. (*) */
@@ -244,10 +243,7 @@ QMV_API int32_t db_get_all_account_mgt_capabilities(struct sqlite3* db, int32_t*
 QMV_API int32_t db_get_account_mgt_capabilities(struct sqlite3* db, const char* InstanceID,
                                                 account_mgt_capabilities_rec** record) QMV_NOEXCEPT;
 
-/*
- * Stores account management capabilities. Set, by InstanceID.
- * Differs: a row that exists is never updated, since SQLite rejects the update; it keeps its values and 0 is returned.
- */
+/* Stores account management capabilities. Set once, by InstanceID. */
 QMV_API int32_t db_set_account_mgt_capabilities(struct sqlite3* db,
                                                 const account_mgt_capabilities_rec* record) QMV_NOEXCEPT;
 
@@ -259,10 +255,7 @@ QMV_API int32_t db_get_all_account_setting_data(struct sqlite3* db, int32_t* cou
 QMV_API int32_t db_get_account_setting_data(struct sqlite3* db, const char* InstanceID,
                                             account_setting_data_rec** record) QMV_NOEXCEPT;
 
-/*
- * Stores account settings. Set, by InstanceID.
- * Differs: a row that exists is never updated, since SQLite rejects the update; it keeps its values and 0 is returned.
- */
+/* Stores account settings. Set once, by InstanceID. */
 QMV_API int32_t db_set_account_setting_data(struct sqlite3* db, const account_setting_data_rec* record) QMV_NOEXCEPT;
 
 QMV_END_DECLS

@@ -1,6 +1,6 @@
 /*
- * qmv/roles.h - role-based authorization. The get-ones fill the caller's record.
- * (*) marks a get-all that does not clear *records first: without rows, or when counting fails, it keeps its value.
+ * qmv/roles.h - role-based authorization.
+ * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.
  * The conventions and the shapes named here stand in qmv.h.
  */
 #ifndef QMV_ROLES_H
@@ -11,22 +11,22 @@
 /* CIM_RoleBasedManagementCapabilities, table "role_based_mgt_capabilities". Key: InstanceID. */
 typedef struct role_based_mgt_capabilities_rec {
   char InstanceID[256];
-  int32_t SharedPrivilege;
-  char ActivitiesSupported[256];
-  char ActivityQualifierSupported[256];
-  char SupportedMethods[256];
-  char QualifierFormatsSupported[256];
+  int32_t SharedPrivilege;              /* SharedPrivilegeSupported; flag: roles can share a privilege */
+  char ActivitiesSupported[256];        /* list */
+  char ActivityQualifierSupported[256]; /* ActivityQualifiersSupported, list */
+  char SupportedMethods[256];           /* list */
+  char QualifierFormatsSupported[256];  /* list */
   char ElementName[256];
 } role_based_mgt_capabilities_rec;
 
 /* CIM_Privilege, table "privilege". Key: InstanceID. */
 typedef struct privilege_rec {
   char InstanceID[256];
-  int32_t PrivilegeGranted;
-  char Activities[256];
-  char ActivityQualifiers[256];
-  char QualifierFormats[256];
-  int32_t RepresentsAuthRights;
+  int32_t PrivilegeGranted;     /* 1 granted, 0 denied */
+  char Activities[256];         /* list; 2 create, 3 delete, 4 detect, 5 read, 6 write, 7 execute */
+  char ActivityQualifiers[256]; /* list; what the activities are limited to */
+  char QualifierFormats[256];   /* list; how ActivityQualifiers is to be read */
+  int32_t RepresentsAuthRights; /* RepresentsAuthorizationRights; flag: it gives the right to grant */
   char ElementName[256];
 } privilege_rec;
 
@@ -34,15 +34,15 @@ typedef struct privilege_rec {
 typedef struct role_rec {
   char CreationClassName[256];
   char Name[256];
-  char RoleCharacteristics[256];
+  char RoleCharacteristics[256]; /* list; 2 static, 3 opaque */
   char CommonName[256];
   char ElementName[256];
 } role_rec;
 
 /* The role of an identity, table "assign_role". Key: IdentityInstanceID. */
 typedef struct assign_role_rec {
-  char IdentityInstanceID[256];
-  char RoleCLPName[256]; /* the role's name in the command-line protocol */
+  char IdentityInstanceID[256]; /* CIM_Identity.InstanceID */
+  char RoleCLPName[256];        /* the role's name in the command-line protocol */
 } assign_role_rec;
 
 QMV_BEGIN_DECLS
@@ -74,10 +74,7 @@ QMV_API int32_t db_get_all_role(struct sqlite3* db, int32_t* count, role_rec** r
 QMV_API int32_t db_get_role(struct sqlite3* db, const char* Name, const char* CreationClassName,
                             role_rec* record) QMV_NOEXCEPT;
 
-/*
- * Stores a role. Set, by Name.
- * The update goes by Name alone, whatever the row's CreationClassName.
- */
+/* Stores a role. Set, by Name alone, whatever the row's CreationClassName. */
 QMV_API int32_t db_set_role(struct sqlite3* db, const role_rec* record) QMV_NOEXCEPT;
 
 /* Reads all assignments. Get-all. (*) */

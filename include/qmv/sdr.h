@@ -1,7 +1,7 @@
 /*
  * qmv/sdr.h - sensor data records: compact and full sensors, FRU device locators, managed systems, the IPMI session,
- * and the components (processors, memory, redundancy sets) that are derived from the compact sensors. The conventions
- * and the shapes named here stand in qmv.h.
+ * and the components (processors, memory, redundancy sets) that are derived from the compact sensors.
+ * The conventions and the shapes named here stand in qmv.h.
  */
 #ifndef QMV_SDR_H
 #define QMV_SDR_H
@@ -11,45 +11,46 @@
 /*
  * A compact sensor, table "compact_sdr": the bytes of an IPMI 2.0 compact sensor record (table 43-2), the CIM sensor
  * type (CIM_Sensor.SensorType), and the FRU that the sensor's entity belongs to. Key: DeviceID.
+ * PhysicalElement has a bit for each category of the entity: 256 memory and 1024 power supply, which the library knows,
+ * and what the writer chooses (in schema/ 1 slot, 2 card, 4 chassis, 8 chip, 16 package, 32 connector).
  */
 typedef struct compact_sdr_rec {
-  char DeviceID[256]; /* the sensor's text key */
-  int32_t SDRType;    /* record type, 2 */
-  int32_t OwnerLUN;
-  int32_t OwnerID;
-  int32_t SensorNum;
-  int32_t EntityID;       /* table 43-13 */
-  int32_t EntityInstance; /* entity instance */
-  int32_t SensorInit;
-  int32_t SensorCaps;
-  char SensorName[256];
-  int32_t SensorType;    /* table 42-3 */
-  int32_t CIMSensorType; /* CIM_Sensor.SensorType */
-  int32_t OtherSensorType;
-  char OtherSensorTypeDesc[256];
-  int32_t EventTypeCode; /* event/reading type, table 42-1 */
-  int32_t AssertionMask;
-  int32_t DeAssertionMask;
-  int32_t DiscreteReadingMask;
-  int32_t BaseUnit;
-  int32_t UnitModifier;
-  int32_t RateUnit;
-  int32_t RecShareDir; /* record sharing and sensor direction, two bytes, the first one low */
-  int32_t PHysterysis; /* positive-going threshold hysteresis, raw */
-  int32_t NHysterysis; /* negative-going threshold hysteresis, raw */
-  int32_t OEM;
-  int32_t IdStrLen; /* length of IdStr, in bytes */
-  char IdStr[256];
-  int32_t IPMI_RecordID;
-  int32_t IsFRUAvailable; /* 1 when FruRecord is filled */
-  int32_t
-      PhysicalElement; /* bit mask of categories; 256 memory, 1024 power supply, the others are the writer's choice */
-  fru_rec FruRecord;   /* EntityID and EntityInst in it are copies of the sensor's own and stored nowhere */
+  char DeviceID[256];            /* the sensor's text key */
+  int32_t SDRType;               /* record type, 2 */
+  int32_t OwnerLUN;              /* channel in bits 7 to 4, LUN in bits 1 and 0 */
+  int32_t OwnerID;               /* slave address in bits 7 to 1, or software ID with bit 0 set */
+  int32_t SensorNum;             /* number of the sensor at its owner */
+  int32_t EntityID;              /* what the sensor belongs to, table 43-13 */
+  int32_t EntityInstance;        /* which of them; bit 7 set for a logical entity */
+  int32_t SensorInit;            /* sensor initialization bits */
+  int32_t SensorCaps;            /* sensor capability bits */
+  char SensorName[256];          /* name for people */
+  int32_t SensorType;            /* table 42-3 */
+  int32_t CIMSensorType;         /* CIM_Sensor.SensorType */
+  int32_t OtherSensorType;       /* SensorType again where CIMSensorType is 1 (other), else 0 */
+  char OtherSensorTypeDesc[256]; /* its name where CIMSensorType is 1, else empty */
+  int32_t EventTypeCode;         /* event/reading type, table 42-1 */
+  int32_t AssertionMask;         /* assertion event mask */
+  int32_t DeAssertionMask;       /* deassertion event mask */
+  int32_t DiscreteReadingMask;   /* states that can be read, or thresholds: readable low byte, settable high byte */
+  int32_t BaseUnit;              /* sensor units 2: base unit, table 43-15 */
+  int32_t UnitModifier;          /* sensor units 3: modifier unit, table 43-15 */
+  int32_t RateUnit;              /* sensor units 1: data format, bits 7 and 6; rate, 5 to 3; modifier use; percentage */
+  int32_t RecShareDir;           /* record sharing and sensor direction, two bytes, the first one low */
+  int32_t PHysterysis;           /* positive-going threshold hysteresis, raw */
+  int32_t NHysterysis;           /* negative-going threshold hysteresis, raw */
+  int32_t OEM;                   /* OEM byte */
+  int32_t IdStrLen;              /* length of IdStr, in bytes */
+  char IdStr[256];               /* ID string, UTF-8 */
+  int32_t IPMI_RecordID;         /* ID of the record in the repository */
+  int32_t IsFRUAvailable;        /* 1 when FruRecord is filled, else 0 */
+  int32_t PhysicalElement;       /* see above */
+  fru_rec FruRecord;             /* EntityID and EntityInst in it are copies of the sensor's own and stored nowhere */
 } compact_sdr_rec;
 
 /*
  * A full sensor, table "full_sdr": as a compact sensor, with the bytes of an IPMI 2.0 full sensor record (table 43-1).
- * Readings and thresholds are raw; section 36.3 converts them. Key: DeviceID.
+ * Fields that are not explained are as in compact_sdr_rec; readings and thresholds are raw. Key: DeviceID.
  * Mind that OwnerID stands before OwnerLUN here, and behind it in compact_sdr_rec: go by name, not by position.
  */
 typedef struct full_sdr_rec {
@@ -74,25 +75,25 @@ typedef struct full_sdr_rec {
   int32_t BaseUnit;
   int32_t UnitModifier;
   int32_t RateUnit;
-  int32_t Linearization;
-  int32_t M;
-  int32_t MTolerance;
-  int32_t B;
-  int32_t BAccuracy;
-  int32_t Accuracy;
-  int32_t RBExp; /* R exponent in the upper, B exponent in the lower four bits, two's complement each */
-  int32_t AnalogCharFlag;
-  int32_t NominalRdg;
-  int32_t NormalMax;
-  int32_t NormalMin;
-  int32_t SensorMaxRdg;
-  int32_t SensorMinRdg;
-  int32_t UpperNRThreshold;
-  int32_t UpperCriticalThreshold;
-  int32_t UpperNCThreshold;
-  int32_t LowerNRThreshold;
-  int32_t LowerCriticalThreshold;
-  int32_t LowerNCThreshold;
+  int32_t Linearization;          /* 0 linear, 1 to 11 a function, 112 to 127 non-linear */
+  int32_t M;                      /* M, lower 8 bits */
+  int32_t MTolerance;             /* M, upper 2 bits in bits 7 and 6; tolerance in half raw counts */
+  int32_t B;                      /* B, lower 8 bits */
+  int32_t BAccuracy;              /* B, upper 2 bits in bits 7 and 6; accuracy, lower 6 bits, in 1/100 percent */
+  int32_t Accuracy;               /* accuracy, upper 4 bits; its exponent, bits 3 and 2; sensor direction */
+  int32_t RBExp;                  /* R exponent in bits 7 to 4, B exponent in bits 3 to 0, two's complement each */
+  int32_t AnalogCharFlag;         /* given are: bit 0 nominal reading, 1 normal maximum, 2 normal minimum */
+  int32_t NominalRdg;             /* nominal reading */
+  int32_t NormalMax;              /* normal maximum */
+  int32_t NormalMin;              /* normal minimum */
+  int32_t SensorMaxRdg;           /* largest reading */
+  int32_t SensorMinRdg;           /* smallest reading */
+  int32_t UpperNRThreshold;       /* upper non-recoverable */
+  int32_t UpperCriticalThreshold; /* upper critical */
+  int32_t UpperNCThreshold;       /* upper non-critical */
+  int32_t LowerNRThreshold;       /* lower non-recoverable */
+  int32_t LowerCriticalThreshold; /* lower critical */
+  int32_t LowerNCThreshold;       /* lower non-critical */
   int32_t PHysterysis;
   int32_t NHysterysis;
   int32_t OEM;
@@ -109,12 +110,12 @@ typedef struct full_sdr_rec {
  * Both texts must stay below 256 bytes: a longer one runs on into the fields behind it, up to the end of the record.
  */
 typedef struct device_rec {
-  char IPAddress[256];
-  char GUID[256];
-  int32_t DeviceType;
+  char IPAddress[256];    /* of the system's management controller */
+  char GUID[256];         /* the system's globally unique ID */
+  int32_t DeviceType;     /* kind of system, chosen by the writer */
   int32_t RequestedState; /* CIM_EnabledLogicalElement.RequestedState */
-  int32_t EntityID;
-  int32_t EntityInstance;
+  int32_t EntityID;       /* the system's entity, table 43-13 */
+  int32_t EntityInstance; /* which of them */
 } device_rec;
 
 /* A FRU device locator (IPMI 2.0, table 43-7), table "fru_locator_sdr". Key: the first four fields, as in fru_rec. */
@@ -123,16 +124,16 @@ typedef struct fru_locator_sdr_rec {
   int32_t DeviceAccessAddr;
   int32_t LUNBusID;
   int32_t ChannelNumber;
-  int32_t DevType; /* table 43-12 */
-  int32_t DevTypeModifier;
-  int32_t EntityID;
-  int32_t EntityInst;
-  int32_t OEMField;
-  int32_t IDStrLen;
-  char DevIdStr[256];
+  int32_t DevType;         /* device type, table 43-12 */
+  int32_t DevTypeModifier; /* table 43-12 */
+  int32_t EntityID;        /* what the FRU is, table 43-13 */
+  int32_t EntityInst;      /* which of them */
+  int32_t OEMField;        /* OEM byte */
+  int32_t IDStrLen;        /* length of DevIdStr as the record gives it, in bytes */
+  char DevIdStr[256];      /* ID string, UTF-8 */
 } fru_locator_sdr_rec;
 
-/* The IPMI session, table "ipmi_session". Whoever makes the table says what its columns mean: they are only
+/* The IPMI session, table "ipmi_session". Whoever fills the table says what its columns mean: they are only
  * transported. */
 typedef struct ipmi_session_rec {
   char SessionText0[128];
@@ -180,14 +181,11 @@ QMV_API int32_t db_get_all_compact_sdrs_by_phy_elem_type(struct sqlite3* db, int
 QMV_API int32_t db_get_compact_sdr_info(struct sqlite3* db, int32_t SensorNum, const char* DeviceID, int32_t OwnerLUN,
                                         int32_t OwnerID, compact_sdr_rec** record) QMV_NOEXCEPT;
 
-/*
- * Reads the first compact sensor of an entity. Get-one.
- * Differs: SQLite's own code when the statement does not compile, 7 (SQLITE_NOMEM) when memory is short.
- */
+/* Reads the first compact sensor of an entity. Get-one, with SQLite's codes. */
 QMV_API int32_t db_get_compact_sdr_by_entityid_entityinst(struct sqlite3* db, int32_t EntityID, int32_t EntityInstance,
                                                           compact_sdr_rec** record) QMV_NOEXCEPT;
 
-/* Reads the compact sensor with that key. Get-one. Differs: as db_get_compact_sdr_by_entityid_entityinst(). */
+/* Reads the compact sensor with that key. Get-one, with SQLite's codes. */
 QMV_API int32_t db_get_compact_sdr(struct sqlite3* db, const char* DeviceID, compact_sdr_rec** record) QMV_NOEXCEPT;
 
 /* Fills a record from the row on which a "select *" statement of "full_sdr" stands; as db_fill_compact_sdr_fields(). */
@@ -217,14 +215,11 @@ QMV_API int32_t db_get_all_full_sdrs_by_phy_elem_type(struct sqlite3* db, int32_
 QMV_API int32_t db_get_full_sdr_info(struct sqlite3* db, int32_t SensorNum, const char* DeviceID, int32_t OwnerLUN,
                                      int32_t OwnerID, full_sdr_rec** record) QMV_NOEXCEPT;
 
-/*
- * Reads the first full sensor of an entity. Get-one.
- * Differs: SQLite's own code when the statement does not compile, 7 (SQLITE_NOMEM) when memory is short.
- */
+/* Reads the first full sensor of an entity. Get-one, with SQLite's codes. */
 QMV_API int32_t db_get_full_sdr_by_entityid_entityinst(struct sqlite3* db, int32_t EntityID, int32_t EntityInstance,
                                                        full_sdr_rec** record) QMV_NOEXCEPT;
 
-/* Reads the full sensor with that key. Get-one. Differs: as db_get_full_sdr_by_entityid_entityinst(). */
+/* Reads the full sensor with that key. Get-one, with SQLite's codes. */
 QMV_API int32_t db_get_full_sdr(struct sqlite3* db, const char* DeviceID, full_sdr_rec** record) QMV_NOEXCEPT;
 
 /*
@@ -257,17 +252,14 @@ QMV_API int32_t db_get_fru_locator_sdr_info(struct sqlite3* db, int32_t FruIDSla
                                             int32_t LUNBusID, int32_t ChannelNumber,
                                             fru_locator_sdr_rec** record) QMV_NOEXCEPT;
 
-/*
- * Stores a FRU device locator. Set, by its four address fields.
- * Differs: a row that exists is never updated, since SQLite rejects the update; it keeps its values and 0 is returned.
- */
+/* Stores a FRU device locator. Set once, by its four address fields. */
 QMV_API int32_t db_set_fru_locator_sdr_info(struct sqlite3* db, const fru_locator_sdr_rec* record) QMV_NOEXCEPT;
 
 /* Reads the first row of the IPMI session table. Get-one, without a key. */
 QMV_API int32_t db_get_ipmi_session_info(struct sqlite3* db, ipmi_session_rec** record) QMV_NOEXCEPT;
 
 /*
- * Counts the entities with a redundancy sensor (event/reading type 0Bh). Count.
+ * Counts the entities with a redundancy sensor (event/reading type 0Bh, table 42-2). Count.
  * Differs (as the other two component counts): the count is taken whatever the step answers, and the status is the code
  *   of sqlite3_finalize.
  */
@@ -280,24 +272,24 @@ QMV_API int32_t db_get_all_redundancyset(struct sqlite3* db, int32_t* count, com
 QMV_API int32_t db_get_memory_cnt(struct sqlite3* db, int32_t* count) QMV_NOEXCEPT;
 
 /*
- * Reads the compact sensors of sensor type memory (0Ch). Get-all.
+ * Reads the compact sensors of sensor type memory (0Ch, table 42-3). Get-all.
  * Differs: their number comes from db_get_memory_cnt(), which counts something else: with fewer rows the last records
  *   stay zero, with more rows the surplus is dropped.
  */
 QMV_API int32_t db_get_all_memory(struct sqlite3* db, int32_t* count, compact_sdr_rec** records) QMV_NOEXCEPT;
 
-/* Counts the compact sensors of sensor type processor (07h). Count. */
+/* Counts the compact sensors of sensor type processor (07h, table 42-3). Count. */
 QMV_API int32_t db_get_processor_cnt(struct sqlite3* db, int32_t* count) QMV_NOEXCEPT;
 
-/* Reads the compact sensors of sensor type processor (07h). Get-all. */
+/* Reads the compact sensors of sensor type processor (07h, table 42-3). Get-all. */
 QMV_API int32_t db_get_all_processor(struct sqlite3* db, int32_t* count, compact_sdr_rec** records) QMV_NOEXCEPT;
 
 /*
  * Names a processor (CIM_Processor) as "EntityID:EntityInstance:SensorNum:Processor", after the first compact sensor of
- * that entity in "/tmp/cim.db". Opens the file itself and does not wait for locks. Logs nothing.
+ * that entity in "/tmp/cim.db". Opens the file itself; the handle of a failed open is never closed. Logs nothing.
  *   name (out)  a new text of at most 256 bytes, released by the caller with db_freemem() or free()
- * Returns 0, or 1 when the file cannot be opened or is locked, no sensor belongs to the entity, its entity ID is no
- *   processor's (3, 9 and 18 are), or memory is short: then NULL is stored; otherwise *name is untouched.
+ * Returns 0; 1 with *name untouched when the file cannot be opened or read, no sensor belongs to the entity, or its
+ *   entity ID is no processor's (3, 9 and 18 are), and with NULL stored when memory is short.
  */
 QMV_API int32_t get_processor_from_db(int32_t EntityID, int32_t EntityInstance, char** name) QMV_NOEXCEPT;
 

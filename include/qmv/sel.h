@@ -9,33 +9,35 @@
 
 /*
  * What is known of the log as a whole (IPMI 2.0, Get SEL Info, table 31-2). Key: Version.
- * Storing a record writes each field to its column; reading does not bring them back so: see db_get_selinfo().
+ * Storing a record writes each field to its column; reading does not bring them back so: see db_get_selinfo(). Texts
+ * that are read must stay below their fields' widths: a longer one runs on into the fields behind it, up to the end of
+ * the record.
  */
 typedef struct sel_info_rec {
-  int32_t MaxNoOfSels;
-  char CompletionCode[64];
-  char Version[64];
-  int32_t RecCnt;
-  int32_t FreeSpace;
-  char AddTimeStamp[128];
-  char EraseTimeStamp[128];
-  char OperationSupport[64];
+  int32_t MaxNoOfSels;       /* events that the log can hold */
+  char CompletionCode[64];   /* of Get SEL Info, two hexadecimal digits */
+  char Version[64];          /* of the log's format, two hexadecimal digits, "51" for IPMI 2.0 */
+  int32_t RecCnt;            /* events in the log */
+  int32_t FreeSpace;         /* in bytes */
+  char AddTimeStamp[128];    /* time of the latest addition, seconds since 1970-01-01 00:00 */
+  char EraseTimeStamp[128];  /* time of the latest erasure, likewise */
+  char OperationSupport[64]; /* operation support byte, two hexadecimal digits */
 } sel_info_rec;
 
 /* One event (IPMI 2.0, SEL event record, table 32-1). Key: RecordID. */
 typedef struct sel_rec {
-  int32_t RecordID;
-  int32_t RecordType;
-  int32_t TimeStamp;   /* seconds since 1970-01-01 00:00 */
-  char GeneratorID[4]; /* at most three characters; what a longer text leaves behind them is unspecified */
+  int32_t RecordID;    /* 1 to 65534 */
+  int32_t RecordType;  /* 2 for a system event */
+  int32_t TimeStamp;   /* seconds since 1970-01-01 00:00, the low 32 bits as a signed number */
+  char GeneratorID[4]; /* low byte of the generator ID, two hexadecimal digits */
   int32_t EventType;   /* event/reading type, table 42-1 */
   int32_t EvMRev;      /* event message format revision, 4 in IPMI 2.0 */
   int32_t SensorType;  /* table 42-3 */
-  int32_t SensorNum;
-  int32_t EventDir; /* 0 assertion, 1 deassertion */
-  int32_t EventData1;
-  int32_t EventData2;
-  int32_t EventData3;
+  int32_t SensorNum;   /* number of the sensor at the generator */
+  int32_t EventDir;    /* 0 assertion, 1 deassertion */
+  int32_t EventData1;  /* table 29-6: offset in bits 3 to 0, what the other two bytes hold in bits 7 to 4 */
+  int32_t EventData2;  /* reading, raw, or other data */
+  int32_t EventData3;  /* threshold, raw, or other data */
 } sel_rec;
 
 QMV_BEGIN_DECLS

@@ -1,6 +1,6 @@
 /*
  * qmv/services.h - IP assignment, protocol services, text redirection, watchdog and account management.
- * (*) marks a get-all that does not clear *records first: without rows, or when counting fails, it keeps its value.
+ * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.
  * The conventions and the shapes named here stand in qmv.h.
  */
 #ifndef QMV_SERVICES_H
@@ -11,41 +11,41 @@
 /* CIM_IPAssignmentSettingData, table "ip_assign_settingdata". Key: InstanceID. */
 typedef struct ip_assign_settingdata_rec {
   char InstanceID[256];
-  int32_t AddressOrigin;
+  int32_t AddressOrigin; /* 3 static, 4 DHCP */
   char ElementName[256];
 } ip_assign_settingdata_rec;
 
 /* CIM_StaticIPAssignmentSettingData, table "static_ip_assign_settingdata". Key: InterfaceName. Mind the order of
- * Gateway and SubnetMask. */
+ * Gateway and SubnetMask. IPv4 addresses and masks are dotted decimal. */
 typedef struct static_ip_assign_settingdata_rec {
   char InterfaceName[256];
   char IPv4Address[256];
-  char Gateway[256];
+  char Gateway[256]; /* GatewayIPv4Address */
   char SubnetMask[256];
   char IPv6Address[256];
-  int32_t IPv6AddressType;
-  int32_t IPv6SubnetPrefixLength;
+  int32_t IPv6AddressType;        /* scope of the address, chosen by the writer */
+  int32_t IPv6SubnetPrefixLength; /* in bits */
   char GatewayIPv6Address[256];
 } static_ip_assign_settingdata_rec;
 
 /* CIM_ProtocolService, table "protocol_service". Key: Name. */
 typedef struct protocol_service_rec {
   char Name[256];
-  int32_t Protocol;
+  int32_t Protocol; /* 1 other, 2 SSH, 3 telnet */
   char ElementName[256];
-  int32_t MaxConnections;
+  int32_t MaxConnections; /* sessions at a time */
   int32_t RequestedState;
   int32_t EnabledState;
-  int32_t HealthState;
-  char OperationalStatus[256];
-  char OtherProtocol[256];
+  int32_t HealthState;         /* CIM_ManagedSystemElement.HealthState; 5 OK */
+  char OperationalStatus[256]; /* CIM_ManagedSystemElement.OperationalStatus, list; 2 OK */
+  char OtherProtocol[256];     /* its name where Protocol is 1 */
 } protocol_service_rec;
 
 /* CIM_TextRedirectionService, table "textredirectionservice". Key: Name. */
 typedef struct textredirectionservice_rec {
   char Name[256];
   char ElementName[256];
-  int32_t MaxConcurrentEnabledSAPs;
+  int32_t MaxConcurrentEnabledSAPs; /* access points at a time */
   int32_t EnabledState;
   int32_t RequestedState;
   int32_t SharingMode;
@@ -58,20 +58,21 @@ typedef struct textredirectionsap_rec {
   char ElementName[256];
   int32_t EnabledState;
   int32_t RequestedState;
-  int32_t TextFlowType;
-  char SessionTerminateSequence[256];
+  int32_t TextFlowType;               /* terminal type of the text */
+  char SessionTerminateSequence[256]; /* keys that end a session */
 } textredirectionsap_rec;
 
-/* What the platform watchdog can do (CIM_Watchdog), table "pwds_capabilities". Key: instance_id. */
+/* Capabilities of the platform watchdog, which no DMTF class has; the first five fields are those of
+ * CIM_EnabledLogicalElementCapabilities. Table "pwds_capabilities". Key: instance_id. */
 typedef struct pwds_capabilities_rec {
   char instance_id[256];
   char ele_name[256];
-  char req_states_supported[32];
-  int32_t ele_name_edit_supported; /* after reading: the column max_ele_name_len */
-  int32_t max_ele_name_len;        /* never filled by reading */
-  char act_on_exp_supported[32];
-  char last_exp_data_supported[32];
-  char wdt_data_supported[32];
+  char req_states_supported[32];    /* list */
+  int32_t ele_name_edit_supported;  /* flag: the element's name can be changed. After reading: max_ele_name_len */
+  int32_t max_ele_name_len;         /* longest name, in characters; never filled by reading */
+  char act_on_exp_supported[32];    /* actions on expiration, list */
+  char last_exp_data_supported[32]; /* what is kept of the last expiration */
+  char wdt_data_supported[32];      /* what is given of the timer */
 } pwds_capabilities_rec;
 
 /* CIM_AccountManagementService, table "account_management_service". Key: Name. */
@@ -96,11 +97,7 @@ QMV_API int32_t db_get_ip_assignment_setting_data(struct sqlite3* db, const char
 QMV_API int32_t db_set_ip_assignment_settingdata(struct sqlite3* db,
                                                  const ip_assign_settingdata_rec* record) QMV_NOEXCEPT;
 
-/*
- * Reads the static settings of all interfaces. Get-all. (*)
- * Differs: SQLite's own code when the statement does not compile,
- *   7 (SQLITE_NOMEM) when memory is short.
- */
+/* Reads the static settings of all interfaces. Get-all, with SQLite's codes. (*) */
 QMV_API int32_t db_get_all_static_ip_assignment_settingdata(struct sqlite3* db, int32_t* count,
                                                             static_ip_assign_settingdata_rec** records) QMV_NOEXCEPT;
 
@@ -172,9 +169,11 @@ QMV_API int32_t db_modify_textSAP_rs(struct sqlite3* db, int32_t State) QMV_NOEX
 
 /*
  * Looks up the SessionTerminateSequence of "TextRedirectionSAP1". (The name is spelled so.)
- * Returns the text as SQLite holds it, NULL without a row, a value or a statement that compiles. Not to be released.
- * Each call keeps a statement for good, so the connection cannot be closed; a statement that stands on a row also keeps
- * SQLite's shared lock, so that nobody can write the file. db_get_textSAP() reads the same without this price.
+ * Returns the text as SQLite holds it, valid until the process ends and not to be released; NULL without a row, a value
+ *   or a statement that compiles.
+ * Each call whose statement compiles keeps the statement and its text for good, so the connection cannot be closed; a
+ * statement that stands on a row also keeps SQLite's shared lock, so that no other connection can write the file: it
+ * gets 5 (SQLITE_BUSY), or waits for ever when db_init() opened it. db_get_textSAP() reads the same without this price.
  */
 QMV_API const char* db_get_sesstion_term_seq(struct sqlite3* db) QMV_NOEXCEPT;
 
@@ -183,15 +182,15 @@ QMV_API int32_t db_get_pwds_capabilities_cnt(struct sqlite3* db, int32_t* count)
 
 /*
  * Stores a watchdog's capabilities. Set, by instance_id. (The name is spelled so.)
- * Differs: 1 when storing failed. The texts go into the insert as they are, so one with a single quote fails, and one
- *   that comes from outside can be read as SQL: pass texts of your own only.
+ * Differs: 1 when storing failed. The texts go into the insert as they are and are read as SQL: one with a single
+ *   quote fails, also for a row that exists, which then stays; pass texts of your own only.
  */
 QMV_API int32_t db_set_pwds_capablities(struct sqlite3* db, const pwds_capabilities_rec* record) QMV_NOEXCEPT;
 
 /*
  * Reads a watchdog's capabilities. Get-one into the caller's record.
- * Differs: 0 also without a row or a statement, with the record untouched; 1 when record is NULL or the statement
- *   does not compile. See the record for two of its fields.
+ * Differs: 0 also without a row or a statement, with the record untouched; 1 when record is NULL or the statement does
+ *   not compile. See the record for two of its fields.
  */
 QMV_API int32_t db_get_pwds_capablities(struct sqlite3* db, const char* instance_id,
                                         pwds_capabilities_rec* record) QMV_NOEXCEPT;
