@@ -116,8 +116,8 @@ void update_job(sqlite3* db, const concrete_job_rec& job) {
 }
 
 // Deletes the error records of a job. QUIRK: The statement is formatted a second time, so a '%' in the identifier is
-// taken as a directive and the records are not found. Test:
-// ConcreteJobs.PurgeTakesAPercentSignInAnIdentifierAsADirective.
+// taken as a directive: the records are not found, and those of another source can be deleted in their place.
+// Test: ConcreteJobs.PurgeTakesAPercentSignInAnIdentifierAsADirective.
 void delete_errors_of(sqlite3* db, const char* identifier) {
   SqlText text(sqlite3_mprintf("delete from %q where ErrorSource='%q';", "error_info", identifier));
   if (text.get() == nullptr) return;
