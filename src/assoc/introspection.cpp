@@ -25,9 +25,8 @@ constexpr auto kRegistrationColumns = [] {
                          QMV_COLUMN_AT(1, RegColumn1));
 }();
 
-// Copies a column's text and its terminating zero, at most kValueSize bytes; a NULL column gives an empty text.
-void copy_value(const Statement& row, int column, char* value) {
-  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row.get(), column));
+// Copies a text and its terminating zero, at most kValueSize bytes; NULL gives an empty text.
+void copy_value(const char* text, char* value) {
   const std::size_t length = text == nullptr ? 0 : strnlen(text, kValueSize - 1);
   if (length != 0) std::memcpy(value, text, length);
   value[length] = 0;
@@ -93,12 +92,11 @@ std::int32_t get_static_instances(const char* file, std::int32_t* rows, char* ta
   const SqlText text(sqlite3_mprintf("%s", "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name;"));
   Statement tables;
   if (tables.prepare(connection.get(), text) != SQLITE_OK) return kFailure;
-  char last[kValueSize] = {};
-  bool found = false;
-  for (; tables.step() == SQLITE_ROW; found = true) copy_value(tables, 0, last);
-  if (!found) return kFailure;
-  std::memcpy(table, last, std::strlen(last) + 1);
-  *rows = get_row_count(connection.get(), last);
+  SqlText last(nullptr);
+  while (tables.step() == SQLITE_ROW) last.replace(sqlite3_mprintf("%s", sqlite3_column_text(tables.get(), 0)));
+  if (last.get() == nullptr) return kFailure;
+  copy_value(last.get(), table);
+  *rows = get_row_count(connection.get(), last.get());
   return kOk;
 }
 
@@ -147,7 +145,7 @@ std::int32_t GetColumnValues(const char* file, char* value, const char* column, 
   Statement statement;
   if (statement.prepare(connection.get(), text) != SQLITE_OK) return kFailure;
   statement.step();
-  if (value != nullptr) copy_value(statement, 0, value);
+  if (value != nullptr) copy_value(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), value);
   // QUIRK: The statement is not finalised, so closing fails; on a row it keeps the file's shared lock.
   // Test: Introspection.ColumnValuesLeaveTheirStatementOpen.
   statement.leave_open();

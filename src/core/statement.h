@@ -22,6 +22,12 @@ class SqlText {
   const char* get() const { return text_; }
   char* get() { return text_; }
 
+  // Takes another text in place of its own.
+  void replace(char* text) {
+    sqlite3_free(text_);
+    text_ = text;
+  }
+
   // Gives the text up without releasing it.
   const char* leave_allocated() {
     const char* text = text_;

@@ -241,12 +241,13 @@ TEST_F(StaticInstances, FileThatCannotBeOpenedOrReadReturnsOne) {
   EXPECT_STREQ("untouched", name);
 }
 
-TEST_F(StaticInstances, NameIsCutAt255Characters) {
+TEST_F(StaticInstances, NameIsCutAt255CharactersAndTheRowsAreThoseOfTheWholeName) {
   for (const std::size_t length : {254u, 255u, 256u, 300u}) {
     const std::string whole(length, 'x');
-    make("create table " + whole + " (a);");
+    make("create table " + whole + " (a); insert into " + whole + " values (1), (2);");
     std::memset(name, '?', sizeof(name));
     EXPECT_EQ(0, get());
+    EXPECT_EQ(2, rows);
     EXPECT_EQ(whole.substr(0, 255), field(name));
     make("drop table " + whole + ";");
   }
