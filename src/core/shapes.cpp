@@ -44,6 +44,11 @@ std::int32_t upsert(Site site, sqlite3* db, const char* insert, const char* pres
 
 }  // namespace
 
+std::int32_t counted(CountFunction* count, sqlite3* db) {
+  std::int32_t rows = 0;
+  return count(db, &rows) == kOk ? rows : -1;
+}
+
 std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer) {
   // QUIRK: The statement is not finalised, so the connection cannot be closed any more.
   // Test: Shapes.AllocationFailureLeavesTheStatementOpen.
@@ -85,18 +90,18 @@ std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& sta
   return finalized;
 }
 
-std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
-                          std::int32_t* count, Out records, const char* select, ...) {
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
+                          std::int32_t rows, std::int32_t* count, Out records, const char* select, ...) {
   if (form.outs == Outs::kCleared) records.store(nullptr);
-  if (counted.status != kOk || counted.rows < 0) {
+  if (rows < 0) {
     trace(site, text(form, form.count_failed));
     return kFailure;
   }
-  if (counted.rows == 0) {
+  if (rows == 0) {
     trace(site, text(form, form.no_rows));
     return kOk;
   }
-  *count = counted.rows;
+  *count = rows;
 
   Statement statement;
   va_list arguments;
@@ -104,7 +109,7 @@ std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layou
   const std::int32_t code = compile(statement, db, site, select, arguments);
   va_end(arguments);
   if (code != SQLITE_OK) return answer_of(form.compile_error, code);
-  return read_rows(form, site, layout, statement, counted.rows, records);
+  return read_rows(form, site, layout, statement, rows, records);
 }
 
 std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, Statement& statement,

@@ -28,26 +28,24 @@ class Out {
   void* place_;
 };
 
-// What a count function answered and counted.
-struct Counted {
-  std::int32_t status;
-  std::int32_t rows;
-};
+// An exported function that counts a table's rows.
+using CountFunction = std::int32_t(sqlite3*, std::int32_t*);
 
-// Calls a count function for a get-all.
-template <class... Filter>
-Counted counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter...), sqlite3* db, Filter... filter) {
-  Counted result{kOk, 0};
-  result.status = count(db, &result.rows, filter...);
-  return result;
+// Calls a count function for a get-all. Returns the number of rows, below 0 when they could not be counted.
+std::int32_t counted(CountFunction* count, sqlite3* db);
+
+template <class Filter>
+std::int32_t counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter), sqlite3* db, Filter filter) {
+  std::int32_t rows = 0;
+  return count(db, &rows, filter) == kOk ? rows : -1;
 }
 
 // The shapes proper. The variable arguments are those of the statement, the table's name first; of the upsert's two
 // statements both take the name and the record's columns, and the update goes on to take its keys.
 std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, const char* select,
                         ...);
-std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Counted counted,
-                          std::int32_t* count, Out records, const char* select, ...);
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
+                          std::int32_t rows, std::int32_t* count, Out records, const char* select, ...);
 std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record,
                          const char* select, ...);
 std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, void* record,
@@ -78,10 +76,10 @@ template <const auto& List>
 using RecordOf = typename std::remove_cvref_t<decltype(List)>::Record;
 
 template <const auto& Form, const auto& List, const auto& Sql = Form, class... Filter>
-std::int32_t get_all(Site site, sqlite3* db, Counted counted, std::int32_t* count, RecordOf<List>** records,
+std::int32_t get_all(Site site, sqlite3* db, std::int32_t rows, std::int32_t* count, RecordOf<List>** records,
                      Filter... filter) {
   static_assert(fits<Filter...>(Sql.at_compile_time(Sql.form.select)));
-  return get_all_rows(Form.form, site, kRuns<List>.layout, db, counted, count, records, QMV_TEXT(Sql, select),
+  return get_all_rows(Form.form, site, kRuns<List>.layout, db, rows, count, records, QMV_TEXT(Sql, select),
                       QMV_TEXT(Sql, table), filter...);
 }
 

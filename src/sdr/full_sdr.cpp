@@ -172,14 +172,14 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
                                                    full_sdr_rec** records) noexcept {
   const Site site = here();
   *records = nullptr;
-  const Counted sensors = counted(db_get_num_full_sdr, db, PhysicalElement);
-  if (sensors.status != kOk || sensors.rows < 0) {
+  const std::int32_t sensors = counted(db_get_num_full_sdr, db, PhysicalElement);
+  if (sensors < 0) {
     std::fputs(" Fail to get numericsensor records \n", stderr);
     trace(site, QMV_TEXT(kGetAll, count_failed));
     return kFailure;
   }
-  if (sensors.rows == 0) return kOk;
-  *count = sensors.rows;
+  if (sensors == 0) return kOk;
+  *count = sensors;
 
   const SqlText select(
       sqlite3_mprintf("select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance;",
@@ -189,7 +189,7 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
     std::fprintf(stderr, "Compilation Failed : %s \n", sqlite3_errmsg(db));
     return kFailure;
   }
-  return read_rows(kGetAll.form, site, kRuns<kColumns>.layout, statement, sensors.rows, records);
+  return read_rows(kGetAll.form, site, kRuns<kColumns>.layout, statement, sensors, records);
 }
 
 std::int32_t db_get_recordid_by_sensor_num(sqlite3* db, std::int32_t SensorNum, std::int32_t* IPMI_RecordID) noexcept {

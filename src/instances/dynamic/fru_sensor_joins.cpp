@@ -77,15 +77,17 @@ std::int32_t read_inventory(sqlite3* db, Site site, Statement& join, fru_sdr_rec
 }
 
 // Written out: a second statement reads the inventory strings row by row.
-std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, Counted pairs, std::int32_t* count,
+std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, CountFunction* count_pairs, std::int32_t* count,
                            fru_sdr_rec** records, Format<> count_failed, Format<> done) {
   *records = nullptr;
-  if (pairs.rows == 0) return kOk;
-  if (pairs.status != kOk || pairs.rows < 0) {
+  std::int32_t pairs = 0;
+  const std::int32_t counted = count_pairs(db, &pairs);
+  if (pairs == 0) return kOk;
+  if (counted != kOk || pairs < 0) {
     trace(site, count_failed);
     return kFailure;
   }
-  *count = pairs.rows;
+  *count = pairs;
 
   const SqlText text(sqlite3_mprintf(
       "select %q.FruIDSlaveAddr, %q.DeviceAccessAddr, \t    \t\t%q.LUNBusID, %q.ChannelNumber, %q.EntityID, "
@@ -94,14 +96,14 @@ std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, Counted 
       "fru", "fru", "fru", "fru", "fru", "fru", "fru", "fru", sensors, "fru", sensors, "fru", sensors));
   Statement join;
   if (join.compile(db, site, text) != SQLITE_OK) return kFailure;
-  *records = static_cast<fru_sdr_rec*>(std::calloc(static_cast<std::size_t>(pairs.rows), sizeof(fru_sdr_rec)));
+  *records = static_cast<fru_sdr_rec*>(std::calloc(static_cast<std::size_t>(pairs), sizeof(fru_sdr_rec)));
   if (*records == nullptr) return out_of_memory(site, join);
   if (join.missing()) return kOk;
 
   trace(site, Message("[%s:%d]Get all Physical asset records from database"));
   fru_sdr_rec* next = *records;
   while (join.step() == SQLITE_ROW) {
-    if (next == *records + pairs.rows) continue;  // a row that appeared since the count
+    if (next == *records + pairs) continue;  // a row that appeared since the count
     read_row(join.get(), kRuns<kJoinColumns>.layout, next, Before::kZero);
     trace(site, Format<'d', 'd'>("[%s:%d]EntityID :: %d\n Entity Instance::%d\n"), next->EntityID, next->EntityInst);
     const std::int32_t code = read_inventory(db, site, join, next);
@@ -144,7 +146,7 @@ std::int32_t db_get_fru_compact_sdr_cnt(sqlite3* db, std::int32_t* count) noexce
 }
 
 std::int32_t db_get_all_fru_compact_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
-  return get_all_pairs(db, here(), kCompact, counted(db_get_fru_compact_sdr_cnt, db), count, records,
+  return get_all_pairs(db, here(), kCompact, db_get_fru_compact_sdr_cnt, count, records,
                        "[%s:%d]Fail to get physical asset records from compact_sdr",
                        "[%s:%d]Successfully got all the Physical Assert from compact_sdr");
 }
@@ -160,7 +162,7 @@ std::int32_t db_get_fru_full_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept 
 }
 
 std::int32_t db_get_all_fru_full_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
-  return get_all_pairs(db, here(), kFull, counted(db_get_fru_full_sdr_cnt, db), count, records,
+  return get_all_pairs(db, here(), kFull, db_get_fru_full_sdr_cnt, count, records,
                        "[%s:%d]Fail to get physical asset records from full_sdr",
                        "[%s:%d]Successfully got all the Physical Assert from full_sdr");
 }

@@ -94,11 +94,12 @@ constexpr auto kGetOne = packed([] {
 }  // namespace subscription
 
 // Written out: the array comes before the statement, and the count after the rows.
-std::int32_t get_all_of(Site site, sqlite3* db, const Layout& layout, Counted counted, const char* table, Out records,
-                        std::int32_t* count, std::int32_t without_memory) {
-  if (counted.status != kOk) return kFailure;
-  if (counted.rows == 0) return kOk;
-  auto* const block = static_cast<char*>(std::calloc(static_cast<std::size_t>(counted.rows), layout.record_size));
+std::int32_t get_all_of(Site site, sqlite3* db, const Layout& layout, CountFunction* count_table, const char* table,
+                        Out records, std::int32_t* count, std::int32_t without_memory) {
+  std::int32_t rows = 0;
+  if (count_table(db, &rows) != kOk) return kFailure;
+  if (rows == 0) return kOk;
+  auto* const block = static_cast<char*>(std::calloc(static_cast<std::size_t>(rows), layout.record_size));
   records.store(block);
   if (block == nullptr) {
     trace(site, Message("[%s:%d]Memory allocation error"));
@@ -111,17 +112,18 @@ std::int32_t get_all_of(Site site, sqlite3* db, const Layout& layout, Counted co
     return kFailure;
   }
   for (std::int32_t i = 0; statement.step() == SQLITE_ROW;) {
-    if (i == counted.rows) continue;  // a row that appeared since the count
+    if (i == rows) continue;  // a row that appeared since the count
     read_row(statement.get(), layout, block + static_cast<std::size_t>(i) * layout.record_size, Before::kZero);
     ++i;
   }
-  *count = counted.rows;
+  *count = rows;
   return kOk;
 }
 
 // A get-one counts first: without rows, or when counting fails, there is nothing to say.
-bool has_rows(Counted counted) {
-  return counted.status == kOk && counted.rows != 0;
+bool has_rows(sqlite3* db, CountFunction* count_table) {
+  std::int32_t rows = 0;
+  return count_table(db, &rows) == kOk && rows != 0;
 }
 
 constexpr Message kPresent = "[%s:%d]the record is already present with that key";
@@ -144,7 +146,7 @@ std::int32_t db_get_listener_destination_cnt(sqlite3* db, std::int32_t* count) n
 
 std::int32_t db_get_listener_destination(sqlite3* db, listener_destination_rec* record) noexcept {
   using namespace destination;
-  if (!has_rows(counted(db_get_listener_destination_cnt, db))) return kFailure;
+  if (!has_rows(db, db_get_listener_destination_cnt)) return kFailure;
   return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kDestinations,
                   record->Name);
 }
@@ -154,8 +156,8 @@ std::int32_t db_get_listener_destination(sqlite3* db, listener_destination_rec* 
 std::int32_t db_get_all_listener_destination(sqlite3* db, listener_destination_rec** records,
                                              std::int32_t* count) noexcept {
   if (records == nullptr || count == nullptr) return kFailure;
-  return get_all_of(here(), db, kRuns<destination::kColumns>.layout, counted(db_get_listener_destination_cnt, db),
-                    kDestinations, records, count, kOk);
+  return get_all_of(here(), db, kRuns<destination::kColumns>.layout, db_get_listener_destination_cnt, kDestinations,
+                    records, count, kOk);
 }
 
 std::int32_t db_set_listener_destination(sqlite3* db, const listener_destination_rec* record) noexcept {
@@ -183,7 +185,7 @@ std::int32_t db_get_indication_filter_cimxml_cnt(sqlite3* db, std::int32_t* coun
 
 std::int32_t db_get_indication_filter_cimxml(sqlite3* db, indication_filter_rec* record) noexcept {
   using namespace filter;
-  if (!has_rows(counted(db_get_indication_filter_cimxml_cnt, db))) return kFailure;
+  if (!has_rows(db, db_get_indication_filter_cimxml_cnt)) return kFailure;
   return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kFilters,
                   record->Name);
 }
@@ -191,8 +193,8 @@ std::int32_t db_get_indication_filter_cimxml(sqlite3* db, indication_filter_rec*
 std::int32_t db_get_all_indication_filter_cimxml(sqlite3* db, indication_filter_rec** records,
                                                  std::int32_t* count) noexcept {
   if (records == nullptr || count == nullptr) return kFailure;
-  return get_all_of(here(), db, kRuns<filter::kColumns>.layout, counted(db_get_indication_filter_cimxml_cnt, db),
-                    kFilters, records, count, kOk);
+  return get_all_of(here(), db, kRuns<filter::kColumns>.layout, db_get_indication_filter_cimxml_cnt, kFilters, records,
+                    count, kOk);
 }
 
 // An existing filter's new masks are pushed into its subscriptions.
@@ -225,7 +227,7 @@ std::int32_t db_get_indication_subscription_cnt(sqlite3* db, std::int32_t* count
 
 std::int32_t db_get_indication_subscription(sqlite3* db, indication_subscription_rec* record) noexcept {
   using namespace subscription;
-  if (!has_rows(counted(db_get_indication_subscription_cnt, db))) return kFailure;
+  if (!has_rows(db, db_get_indication_subscription_cnt)) return kFailure;
   return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kSubscriptions,
                   record->FilterName, record->DestName);
 }
@@ -233,7 +235,7 @@ std::int32_t db_get_indication_subscription(sqlite3* db, indication_subscription
 std::int32_t db_get_all_indication_subscription(sqlite3* db, indication_subscription_rec** records,
                                                 std::int32_t* count) noexcept {
   if (records == nullptr || count == nullptr) return kFailure;
-  return get_all_of(here(), db, kRuns<subscription::kColumns>.layout, counted(db_get_indication_subscription_cnt, db),
+  return get_all_of(here(), db, kRuns<subscription::kColumns>.layout, db_get_indication_subscription_cnt,
                     kSubscriptions, records, count, kFailure);
 }
 
