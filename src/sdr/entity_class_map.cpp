@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "core/texts.h"
+
 namespace qmv {
 
 namespace {
@@ -64,43 +66,24 @@ constexpr EntityClass kWritten[kEntityClasses] = {
     {"53", "TBD", "TBD", "Real Time Clock(RTC)"},
 };
 
-// The table as it is stored: each text once, and rows of distances into them. Pointers would have to be relocated at
-// load time, 216 of them.
+// The table as it is stored: rows of distances into the texts. Pointers would have to be relocated at load time, 216 of
+// them.
 struct Row {
   std::uint16_t id, logical_class, physical_class, description;
 };
-constexpr std::size_t kRoom = 4096;
 
-struct Texts {
+struct Collected {
   Row rows[kEntityClasses]{};
-  char texts[kRoom]{};
-  std::size_t used = 0;
-
-  // The place of a text, which is added when it is new.
-  constexpr std::uint16_t place_of(const char* text) {
-    std::size_t at = 0;
-    while (at < used && !is_at(at, text)) {
-      while (texts[at++] != 0) continue;
-    }
-    if (at == used) {
-      do texts[used++] = *text;
-      while (*text++ != 0);
-    }
-    return static_cast<std::uint16_t>(at);
-  }
-
-  constexpr bool is_at(std::size_t at, const char* text) const {
-    while (texts[at] == *text && *text != 0) ++at, ++text;
-    return texts[at] == *text;
-  }
+  Texts<4096> texts{};
 };
 
-constexpr Texts collected() {
-  Texts made;
+constexpr Collected collected() {
+  Collected made;
+  const auto place_of = [&made](const char* text) { return static_cast<std::uint16_t>(made.texts.place_of(text)); };
   for (std::size_t i = 0; i < kEntityClasses; ++i) {
     const EntityClass& row = kWritten[i];
-    made.rows[i] = {made.place_of(row.id), made.place_of(row.logical_class), made.place_of(row.physical_class),
-                    made.place_of(row.description)};
+    made.rows[i] = {place_of(row.id), place_of(row.logical_class), place_of(row.physical_class),
+                    place_of(row.description)};
   }
   return made;
 }
@@ -113,10 +96,10 @@ struct Map {
 };
 
 constexpr auto kMap = [] {
-  constexpr Texts kCollected = collected();
-  Map<kCollected.used> map{};
+  constexpr Collected kCollected = collected();
+  Map<kCollected.texts.used> map{};
   for (std::size_t i = 0; i < kEntityClasses; ++i) map.rows[i] = kCollected.rows[i];
-  for (std::size_t i = 0; i < kCollected.used; ++i) map.texts[i] = kCollected.texts[i];
+  kCollected.texts.copy_to(map.texts);
   return map;
 }();
 
