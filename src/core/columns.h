@@ -127,6 +127,10 @@ struct Runs {
   Layout layout;
   Run run[Count];
 };
+template <>
+struct Runs<0> {
+  Layout layout;
+};
 
 template <const auto& List>
 inline constexpr auto kRuns = [] {
@@ -146,6 +150,13 @@ inline constexpr auto kRuns = [] {
   }
   return made;
 }();
+
+// The list of a table that is not read by a list.
+struct NoColumns {};
+inline constexpr NoColumns kNoColumns;
+
+template <>
+inline constexpr Runs<0> kRuns<kNoColumns>{};
 
 // What a record holds before a row is read into it: zeros, so that the rest of a text field is zero already, or the
 // caller's bytes, so that the rest has to be cleared.

@@ -14,14 +14,17 @@ std::int32_t compile(Statement& statement, sqlite3* db, Site site, const char* f
   return statement.compile(db, site, formatted, tail);
 }
 
+const Layout& layout_of(const auto& form) {
+  return *reinterpret_cast<const Layout*>(reinterpret_cast<const char*>(&form) + form.layout.distance);
+}
+
 std::int32_t answer_of(CompileError answer, std::int32_t code) {
   return answer == CompileError::kReturnsSqliteCode ? code : kFailure;
 }
 
 // The beginning of both get-ones, up to the step. Returns the accessor's status when it ends here.
-std::int32_t start(const GetOneForm<Stored>& form, Site site, Statement& statement, sqlite3* db, const char* select,
-                   va_list arguments) {
-  const std::int32_t code = compile(statement, db, site, select, arguments);
+std::int32_t start(const GetOneForm<Stored>& form, Site site, Statement& statement, sqlite3* db, va_list arguments) {
+  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments);
   if (code != SQLITE_OK) return answer_of(form.compile_error, code);
   if (!statement.missing()) return kOk;
   trace(site, text(form, form.no_statement));
@@ -29,14 +32,13 @@ std::int32_t start(const GetOneForm<Stored>& form, Site site, Statement& stateme
 }
 
 // Inserts, or updates where the key exists, with the same arguments. Returns the code of the last statement.
-std::int32_t upsert(Site site, sqlite3* db, const char* insert, const char* present, const char* update,
-                    va_list arguments) {
+std::int32_t upsert(const SetForm<Stored>& form, Site site, sqlite3* db, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
-  std::int32_t code = execute(db, insert, arguments);
+  std::int32_t code = execute(db, text(form, form.insert), arguments);
   if (code == SQLITE_CONSTRAINT) {
-    trace(site, present);
-    code = execute(db, update, again);
+    trace(site, text(form, form.present));
+    code = execute(db, text(form, form.update), again);
   }
   va_end(again);
   return code;
@@ -61,13 +63,12 @@ std::int32_t out_of_memory(Site site, Statement& statement, OutOfMemory answer) 
   return answer == OutOfMemory::kReturnsNoMemory ? kNoMemory : kFailure;
 }
 
-std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, const char* select,
-                        ...) {
+std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...) {
   *count = 0;
   Statement statement;
   va_list arguments;
-  va_start(arguments, select);
-  const std::int32_t code = compile(statement, db, site, select, arguments, Tail::kOmitted);
+  va_start(arguments, count);
+  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments, Tail::kOmitted);
   va_end(arguments);
   return code == SQLITE_OK ? read_count(form, site, statement, count) : kFailure;
 }
@@ -90,8 +91,8 @@ std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& sta
   return finalized;
 }
 
-std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
-                          std::int32_t rows, std::int32_t* count, Out records, const char* select, ...) {
+std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, sqlite3* db, std::int32_t rows,
+                          std::int32_t* count, Out records, ...) {
   if (form.outs == Outs::kCleared) records.store(nullptr);
   if (rows < 0) {
     trace(site, text(form, form.count_failed));
@@ -105,15 +106,16 @@ std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, const Layou
 
   Statement statement;
   va_list arguments;
-  va_start(arguments, select);
-  const std::int32_t code = compile(statement, db, site, select, arguments);
+  va_start(arguments, records);
+  const std::int32_t code = compile(statement, db, site, text(form, form.select), arguments);
   va_end(arguments);
   if (code != SQLITE_OK) return answer_of(form.compile_error, code);
-  return read_rows(form, site, layout, statement, rows, records);
+  return read_rows(form, site, statement, rows, records);
 }
 
-std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, Statement& statement,
-                       std::int32_t count, Out records) {
+std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, Statement& statement, std::int32_t count,
+                       Out records) {
+  const Layout& layout = layout_of(form);
   const auto rows = static_cast<std::size_t>(count);
   auto* const block = static_cast<char*>(std::calloc(rows, layout.record_size));
   records.store(block);
@@ -134,33 +136,31 @@ std::int32_t read_rows(const GetAllForm<Stored>& form, Site site, const Layout& 
   return statement.finalize();
 }
 
-std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, Out record,
-                         const char* select, ...) {
+std::int32_t get_one_row(const GetOneForm<Stored>& form, Site site, sqlite3* db, Out record, ...) {
   Statement statement;
   va_list arguments;
-  va_start(arguments, select);
-  const std::int32_t status = start(form, site, statement, db, select, arguments);
+  va_start(arguments, record);
+  const std::int32_t status = start(form, site, statement, db, arguments);
   va_end(arguments);
   if (status != kOk) return status;
   if (statement.step() != SQLITE_ROW) {
     trace(site, text(form, form.no_row));
     return kFailure;
   }
-  void* const block = std::calloc(1, layout.record_size);
+  void* const block = std::calloc(1, layout_of(form).record_size);
   record.store(block);
   if (block == nullptr) return out_of_memory(site, statement, form.out_of_memory);
   trace(site, text(form, form.reading));
-  read_row(statement.get(), layout, block, Before::kZero);
+  read_row(statement.get(), layout_of(form), block, Before::kZero);
   trace(site, text(form, form.done));
   return kOk;
 }
 
-std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, const Layout& layout, sqlite3* db, void* record,
-                      const char* select, ...) {
+std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, sqlite3* db, void* record, ...) {
   Statement statement;
   va_list arguments;
-  va_start(arguments, select);
-  const std::int32_t status = start(form, site, statement, db, select, arguments);
+  va_start(arguments, record);
+  const std::int32_t status = start(form, site, statement, db, arguments);
   va_end(arguments);
   if (status != kOk) return status;
   trace(site, text(form, form.reading));
@@ -168,23 +168,23 @@ std::int32_t fill_row(const GetOneForm<Stored>& form, Site site, const Layout& l
     trace(site, text(form, form.no_row));
     return kFailure;
   }
-  read_row(statement.get(), layout, record, Before::kUnknown);
+  read_row(statement.get(), layout_of(form), record, Before::kUnknown);
   trace(site, text(form, form.done));
   return kOk;
 }
 
-std::int32_t upsert_row(Site site, sqlite3* db, const char* insert, const char* present, const char* update, ...) {
+std::int32_t upsert_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...) {
   va_list arguments;
-  va_start(arguments, update);
-  const std::int32_t code = upsert(site, db, insert, present, update, arguments);
+  va_start(arguments, db);
+  const std::int32_t code = upsert(form, site, db, arguments);
   va_end(arguments);
   return code;
 }
 
-std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, const char* insert, const char* update, ...) {
+std::int32_t set_row(const SetForm<Stored>& form, Site site, sqlite3* db, ...) {
   va_list arguments;
-  va_start(arguments, update);
-  upsert(site, db, insert, text(form, form.present), update, arguments);
+  va_start(arguments, db);
+  upsert(form, site, db, arguments);
   va_end(arguments);
   trace(site, text(form, form.done));
   return kOk;

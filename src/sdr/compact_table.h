@@ -9,6 +9,8 @@
 
 namespace qmv::sdr {
 
+inline constexpr char kCompactTable[] = "compact_sdr";
+
 inline constexpr auto kCompactColumns = [] {
   using Record = compact_sdr_rec;
   return columns<Record>(
@@ -23,15 +25,16 @@ inline constexpr auto kCompactColumns = [] {
 }();
 static_assert(kCompactColumns.table_columns() == 45);
 
-inline constexpr auto kCompactGetAll = packed([] {
-  return GetAll{
+constexpr GetAll compact_get_all(Sql select) {
+  return {
+      .select = select,
       .count_failed = "[%s:%d]Fail to get sensor records",
       .no_rows = kSilent,
       .reading = "[%s:%d]Get All compact SDR records from database",
       .row = "[%s:%d]Successfully got the Sensor record",
       .done = "[%s:%d]Successfully got all the sensors",
   };
-});
+}
 
 }  // namespace qmv::sdr
 

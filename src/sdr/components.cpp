@@ -13,8 +13,6 @@ namespace {
 
 using namespace qmv;
 using sdr::here;
-using sdr::kCompactColumns;
-using sdr::kCompactGetAll;
 
 // IPMI 2.0, tables 42-3 and 42-2.
 constexpr std::int32_t kProcessorSensor = 0x07;
@@ -23,48 +21,42 @@ constexpr std::int32_t kRedundancyEvents = 0x0b;
 // The bit of PhysicalElement that marks memory.
 constexpr std::int32_t kMemoryElement = 256;
 
-constexpr auto kCount = packed([] {
-  return Count{
+constexpr Count count_form(Sql select) {
+  return {
+      .select = select,
       .no_row = kSilent,
       .done = "[%s:%d]Successfully return the no. of sensors present",
       .step = CountStep::kIgnored,
   };
-});
+}
+constexpr Count kCountRedundancySets =
+    count_form("select count(*) from (select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance);");
+constexpr Count kCountProcessors = count_form("select count(*) from %q where SensorType=%d;");
+constexpr Count kCountMemory = count_form({});
 
-constexpr auto kCountRedundancySets = packed([] {
-  return Select{
-      "compact_sdr",
-      "select count(*) from (select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance);",
-  };
-});
-constexpr auto kSelectRedundancySets = packed([] {
-  return Select{"compact_sdr", "select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance;"};
-});
-constexpr auto kCountByType = packed([] {
-  return Select{"compact_sdr", "select count(*) from %q where SensorType=%d;"};
-});
-constexpr auto kSelectByType = packed([] { return Select{"compact_sdr", "select * from %q where SensorType=%d;"}; });
+constexpr GetAll kGetRedundancySets =
+    sdr::compact_get_all("select * from %q where EventTypeCode=%d GROUP BY EntityID,EntityInstance;");
+constexpr GetAll kGetMemory = sdr::compact_get_all("select * from %q where SensorType=%d;");
 
 // As the other get-alls of the table, but silent about each record.
-constexpr auto kGetProcessors = packed([] {
-  return GetAll{
-      .count_failed = "[%s:%d]Fail to get sensor records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get All compact SDR records from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got all the sensors",
-  };
-});
+constexpr GetAll kGetProcessors = [] {
+  GetAll form = kGetMemory;
+  form.row = kSilent;
+  return form;
+}();
+
+using Compact = Table<sdr::kCompactTable, sdr::kCompactColumns, kCountRedundancySets, kCountProcessors, kCountMemory,
+                      kGetRedundancySets, kGetMemory, kGetProcessors>;
 
 }  // namespace
 
 std::int32_t db_get_redundancyset_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCount, kCountRedundancySets>(here(), db, count, kRedundancyEvents);
+  return get_count<Compact, kCountRedundancySets>(here(), db, count, kRedundancyEvents);
 }
 
 std::int32_t db_get_all_redundancyset(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kCompactGetAll, kCompactColumns, kSelectRedundancySets>(
-      here(), db, counted(db_get_redundancyset_cnt, db), count, records, kRedundancyEvents);
+  return get_all<Compact, kGetRedundancySets>(here(), db, counted(db_get_redundancyset_cnt, db), count, records,
+                                              kRedundancyEvents);
 }
 
 // Written out: the statement has two tables.
@@ -78,23 +70,22 @@ std::int32_t db_get_memory_cnt(sqlite3* db, std::int32_t* count) noexcept {
                       "compact_sdr", kMemoryElement, kMemoryElement, "full_sdr", kMemoryElement, kMemoryElement));
   Statement statement;
   if (statement.compile(db, site, text, Tail::kOmitted) != SQLITE_OK) return kFailure;
-  return read_count(kCount.form, site, statement, count);
+  return read_count(Compact::form<kCountMemory>(), site, statement, count);
 }
 
 // QUIRK: Counts the elements with the memory bit, and reads the compact sensors of type memory. Fewer of these leave
 // zeroed records at the end, more are dropped. Test: Components.MemoryIsCountedByElementAndReadBySensorType.
 std::int32_t db_get_all_memory(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kCompactGetAll, kCompactColumns, kSelectByType>(here(), db, counted(db_get_memory_cnt, db), count,
-                                                                 records, kMemorySensor);
+  return get_all<Compact, kGetMemory>(here(), db, counted(db_get_memory_cnt, db), count, records, kMemorySensor);
 }
 
 std::int32_t db_get_processor_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCount, kCountByType>(here(), db, count, kProcessorSensor);
+  return get_count<Compact, kCountProcessors>(here(), db, count, kProcessorSensor);
 }
 
 std::int32_t db_get_all_processor(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<kGetProcessors, kCompactColumns, kSelectByType>(here(), db, counted(db_get_processor_cnt, db), count,
-                                                                 records, kProcessorSensor);
+  return get_all<Compact, kGetProcessors>(here(), db, counted(db_get_processor_cnt, db), count, records,
+                                          kProcessorSensor);
 }
 
 namespace {

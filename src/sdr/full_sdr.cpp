@@ -12,6 +12,8 @@ using namespace qmv;
 using sdr::here;
 using Record = full_sdr_rec;
 
+constexpr char kTable[] = "full_sdr";
+
 // The record has OwnerID and OwnerLUN the other way round than the table; both are matched by name.
 constexpr auto kColumns = columns<Record>(
     QMV_COLUMN(DeviceID), QMV_COLUMN(SDRType), QMV_COLUMN(OwnerLUN), QMV_COLUMN(OwnerID), QMV_COLUMN(SensorNum),
@@ -30,28 +32,22 @@ static_assert(kColumns.table_columns() == 63);
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(DeviceID));
 
-constexpr auto kGetAll = packed([] {
-  return GetAll{
-      .table = "full_sdr",
-      .select = "select * from %q;",
-      .count_failed = "[%s:%d]Fail to get numericsensor records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get All NumericSensor from database",
-      .row = "[%s:%d]Successfully got the NumericSensor record",
-      .done = "[%s:%d]Successfully got all the NumericSensors",
-  };
-});
+constexpr GetAll kGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get numericsensor records",
+    .no_rows = kSilent,
+    .reading = "[%s:%d]Get All NumericSensor from database",
+    .row = "[%s:%d]Successfully got the NumericSensor record",
+    .done = "[%s:%d]Successfully got all the NumericSensors",
+};
 
-constexpr auto kCount = packed([] {
-  return Count{
-      .no_row = "[%s:%d]No records found",
-      .done = "[%s:%d]Successfully return the no. of numeric sensor present",
-  };
-});
+constexpr Count kCount = {
+    .no_row = "[%s:%d]No records found",
+    .done = "[%s:%d]Successfully return the no. of numeric sensor present",
+};
 
 constexpr GetOne get_one_form(Sql select) {
   return {
-      .table = "full_sdr",
       .select = select,
       .no_statement = "[%s:%d]Fail to get NumericSensor record. SQLite stmt is NULL",
       .no_row = "[%s:%d]Fail to get the NumericSensor record",
@@ -59,93 +55,87 @@ constexpr GetOne get_one_form(Sql select) {
       .done = "[%s:%d]Successfully got the NumericSensor record",
   };
 }
-constexpr auto kGetByNumber = packed([] {
-  return get_one_form(
-      "select * from %q where SensorNum='%i' and \t\t\t\tDeviceID='%q' and OwnerLUN='%i' and OwnerID='%i';");
-});
-constexpr auto kGetByDeviceId = packed([] {
+constexpr GetOne kGetByNumber =
+    get_one_form("select * from %q where SensorNum='%i' and \t\t\t\tDeviceID='%q' and OwnerLUN='%i' and OwnerID='%i';");
+constexpr GetOne kGetByDeviceId = [] {
   GetOne form = get_one_form("select * from %q where DeviceID='%q';");
   form.compile_error = CompileError::kReturnsSqliteCode;
   form.out_of_memory = OutOfMemory::kReturnsNoMemory;
   return form;
-});
-constexpr auto kGetByEntity = packed([] {
-  return GetOne{
-      .table = "full_sdr",
-      .select = "select * from %q where EntityID=%i and EntityInstance=%i;",
-      .no_statement = "[%s:%d]Failed to get Full SDR records. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Failed to get the Full SDR record",
-      .reading = "[%s:%d]Get compact sdr from database",
-      .done = kSilent,
-      .compile_error = CompileError::kReturnsSqliteCode,
-      .out_of_memory = OutOfMemory::kReturnsNoMemory,
-  };
-});
+}();
+constexpr GetOne kGetByEntity = {
+    .select = "select * from %q where EntityID=%i and EntityInstance=%i;",
+    .no_statement = "[%s:%d]Failed to get Full SDR records. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Failed to get the Full SDR record",
+    .reading = "[%s:%d]Get compact sdr from database",
+    .done = kSilent,
+    .compile_error = CompileError::kReturnsSqliteCode,
+    .out_of_memory = OutOfMemory::kReturnsNoMemory,
+};
 
-constexpr auto kSet = packed([] {
-  return Set{
-      .table = "full_sdr",
-      .insert =
-          "insert into %q (DeviceID, SDRType, OwnerLUN, OwnerID, SensorNum, EntityID, EntityInstance, SensorInit, "
-          "SensorCaps, SensorName, SensorType, CIMSensorType, OtherSensorType, OtherSensorTypeDesc, EventTypeCode, "
-          "AssertionMask, DeAssertionMask, DiscreteReadingMask, BaseUnit, UnitModifier, RateUnit, Linearization, "
-          "M, MTolerance, B, BAccuracy, Accuracy, RBExp, AnalogCharFlag, NominalRdg, NormalMax, NormalMin, "
-          "SensorMaxRdg, SensorMinRdg, UpperNRThreshold, UpperCriticalThreshold, UpperNCThreshold, "
-          "LowerNRThreshold, LowerCriticalThreshold, LowerNCThreshold, PHysterysis, NHysterysis, OEM, IdStrLen, "
-          "IdStr, IPMI_RecordID, IsFRUAvailable, PhysicalElement, FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, "
-          "ChannelNumber, FRUIDStrLen, DevIdStr, ChassisSerNumber, ChassisPartNumber, ChassisCustFields, "
-          "ProdSerNumber, ProdPartNumber, ProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) values ('%.256q', "
-          "%i, %i, %i , %i, %i, \t\t%i, %i, %i, '%.256q', %i, %i, %i, '%.256q', %i, %i, %i, %i, %i, %i, %i, %i, "
-          "%i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, '%.256q', %i, "
-          "%i, %i, %i, %i, %i, %i, %i, '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', "
-          "'%.256q', '%.256q', '%.256q');",
-      .update =
-          "update %q set DeviceID='%.256q', SDRType=%i, OwnerLUN=%i, OwnerID=%i, SensorNum=%i, EntityID=%i, "
-          "EntityInstance=%i, SensorInit=%i, SensorCaps=%i, SensorName='%.256q', SensorType=%i, CIMSensorType=%i, "
-          "OtherSensorType=%i, OtherSensorTypeDesc='%.256q', EventTypeCode=%i, AssertionMask=%i, "
-          "DeAssertionMask=%i, DiscreteReadingMask=%i, BaseUnit=%i, UnitModifier=%i, RateUnit=%i, "
-          "Linearization=%i, M=%i, MTolerance=%i, B=%i, BAccuracy=%i, Accuracy=%i, RBExp=%i, AnalogCharFlag=%i, "
-          "NominalRdg=%i, NormalMax=%i, NormalMin=%i, SensorMaxRdg=%i, SensorMinRdg=%i, UpperNRThreshold=%i, "
-          "UpperCriticalThreshold=%i, UpperNCThreshold=%i, LowerNRThreshold=%i, LowerCriticalThreshold=%i, "
-          "LowerNCThreshold=%i, PHysterysis=%i, NHysterysis=%i, OEM=%i, IdStrLen=%i, IdStr='%.256q', "
-          "IPMI_RecordID=%i, IsFRUAvailable=%i, PhysicalElement=%i, FruIDSlaveAddr=%i, DeviceAccessAddr=%i, "
-          "LUNBusID=%i, ChannelNumber=%i, FRUIDStrLen=%i, DevIdStr='%.256q', ChassisSerNumber='%.256q', "
-          "ChassisPartNumber='%.256q', ChassisCustFields='%.256q', ProdSerNumber='%.256q', "
-          "ProdPartNumber='%.256q', ProdMfrName='%.256q', BrdSerNumber='%.256q', BrdPartNumber='%.256q', "
-          "BrdMfrName='%.256q' where DeviceID='%.256q';",
-      .present = "[%s:%d]NumericSensor record is already present with that key",
-      .done = "[%s:%d]Successfully update the NumericSensor record",
-  };
-});
+constexpr Set kSet = {
+    .insert =
+        "insert into %q (DeviceID, SDRType, OwnerLUN, OwnerID, SensorNum, EntityID, EntityInstance, SensorInit, "
+        "SensorCaps, SensorName, SensorType, CIMSensorType, OtherSensorType, OtherSensorTypeDesc, EventTypeCode, "
+        "AssertionMask, DeAssertionMask, DiscreteReadingMask, BaseUnit, UnitModifier, RateUnit, Linearization, "
+        "M, MTolerance, B, BAccuracy, Accuracy, RBExp, AnalogCharFlag, NominalRdg, NormalMax, NormalMin, "
+        "SensorMaxRdg, SensorMinRdg, UpperNRThreshold, UpperCriticalThreshold, UpperNCThreshold, "
+        "LowerNRThreshold, LowerCriticalThreshold, LowerNCThreshold, PHysterysis, NHysterysis, OEM, IdStrLen, "
+        "IdStr, IPMI_RecordID, IsFRUAvailable, PhysicalElement, FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, "
+        "ChannelNumber, FRUIDStrLen, DevIdStr, ChassisSerNumber, ChassisPartNumber, ChassisCustFields, "
+        "ProdSerNumber, ProdPartNumber, ProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) values ('%.256q', "
+        "%i, %i, %i , %i, %i, \t\t%i, %i, %i, '%.256q', %i, %i, %i, '%.256q', %i, %i, %i, %i, %i, %i, %i, %i, "
+        "%i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, %i, '%.256q', %i, "
+        "%i, %i, %i, %i, %i, %i, %i, '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', '%.256q', "
+        "'%.256q', '%.256q', '%.256q');",
+    .update =
+        "update %q set DeviceID='%.256q', SDRType=%i, OwnerLUN=%i, OwnerID=%i, SensorNum=%i, EntityID=%i, "
+        "EntityInstance=%i, SensorInit=%i, SensorCaps=%i, SensorName='%.256q', SensorType=%i, CIMSensorType=%i, "
+        "OtherSensorType=%i, OtherSensorTypeDesc='%.256q', EventTypeCode=%i, AssertionMask=%i, "
+        "DeAssertionMask=%i, DiscreteReadingMask=%i, BaseUnit=%i, UnitModifier=%i, RateUnit=%i, "
+        "Linearization=%i, M=%i, MTolerance=%i, B=%i, BAccuracy=%i, Accuracy=%i, RBExp=%i, AnalogCharFlag=%i, "
+        "NominalRdg=%i, NormalMax=%i, NormalMin=%i, SensorMaxRdg=%i, SensorMinRdg=%i, UpperNRThreshold=%i, "
+        "UpperCriticalThreshold=%i, UpperNCThreshold=%i, LowerNRThreshold=%i, LowerCriticalThreshold=%i, "
+        "LowerNCThreshold=%i, PHysterysis=%i, NHysterysis=%i, OEM=%i, IdStrLen=%i, IdStr='%.256q', "
+        "IPMI_RecordID=%i, IsFRUAvailable=%i, PhysicalElement=%i, FruIDSlaveAddr=%i, DeviceAccessAddr=%i, "
+        "LUNBusID=%i, ChannelNumber=%i, FRUIDStrLen=%i, DevIdStr='%.256q', ChassisSerNumber='%.256q', "
+        "ChassisPartNumber='%.256q', ChassisCustFields='%.256q', ProdSerNumber='%.256q', "
+        "ProdPartNumber='%.256q', ProdMfrName='%.256q', BrdSerNumber='%.256q', BrdPartNumber='%.256q', "
+        "BrdMfrName='%.256q' where DeviceID='%.256q';",
+    .present = "[%s:%d]NumericSensor record is already present with that key",
+    .done = "[%s:%d]Successfully update the NumericSensor record",
+};
+
+using Full = Table<kTable, kColumns, kCount, kGetAll, kGetByNumber, kGetByDeviceId, kGetByEntity, kSet>;
 
 }  // namespace
 
 std::int32_t db_fill_full_sdr_fields(full_sdr_rec* record, sqlite3_stmt* row) noexcept {
   if (record == nullptr || row == nullptr) return kFailure;
-  read_row(row, kRuns<kColumns>.layout, record, Before::kUnknown);
+  read_row(row, Full::layout(), record, Before::kUnknown);
   return kOk;
 }
 
 std::int32_t db_set_full_sdr_info(sqlite3* db, const full_sdr_rec* record) noexcept {
-  return set<kSet, kColumns, kKey>(here(), db, record);
+  return set<Full, kKey>(here(), db, record);
 }
 
 std::int32_t db_get_all_full_sdrs(sqlite3* db, std::int32_t* count, full_sdr_rec** records) noexcept {
-  return get_all<kGetAll, kColumns>(here(), db, counted(db_get_num_full_sdr, db, 0), count, records);
+  return get_all<Full>(here(), db, counted(db_get_num_full_sdr, db, 0), count, records);
 }
 
 std::int32_t db_get_full_sdr_info(sqlite3* db, std::int32_t SensorNum, const char* DeviceID, std::int32_t OwnerLUN,
                                   std::int32_t OwnerID, full_sdr_rec** record) noexcept {
-  return get_one<kGetByNumber, kColumns>(here(), db, record, SensorNum, DeviceID, OwnerLUN, OwnerID);
+  return get_one<Full, kGetByNumber>(here(), db, record, SensorNum, DeviceID, OwnerLUN, OwnerID);
 }
 
 std::int32_t db_get_full_sdr_by_entityid_entityinst(sqlite3* db, std::int32_t EntityID, std::int32_t EntityInstance,
                                                     full_sdr_rec** record) noexcept {
-  return get_one<kGetByEntity, kColumns>(here(), db, record, EntityID, EntityInstance);
+  return get_one<Full, kGetByEntity>(here(), db, record, EntityID, EntityInstance);
 }
 
 std::int32_t db_get_full_sdr(sqlite3* db, const char* DeviceID, full_sdr_rec** record) noexcept {
-  return get_one<kGetByDeviceId, kColumns>(here(), db, record, DeviceID);
+  return get_one<Full, kGetByDeviceId>(here(), db, record, DeviceID);
 }
 
 // Written out: a compile error goes to standard error first.
@@ -154,28 +144,29 @@ std::int32_t db_get_num_full_sdr(sqlite3* db, std::int32_t* count, std::int32_t 
   const Site site = here();
   const SqlText text(
       PhysicalElement == 0
-          ? sqlite3_mprintf("select count(*) from %q;", "full_sdr")
+          ? sqlite3_mprintf("select count(*) from %q;", Full::name())
           : sqlite3_mprintf("select count(*) from (select * from %q where (PhysicalElement & %i) = %i GROUP BY "
                             "EntityID,EntityInstance);",
-                            "full_sdr", PhysicalElement, PhysicalElement));
+                            Full::name(), PhysicalElement, PhysicalElement));
   Statement statement;
   if (statement.prepare(db, text, Tail::kOmitted) != SQLITE_OK) {
     std::fprintf(stderr, "SQL Compilation error: %s", sqlite3_errmsg(db));
     log_compile_error(site, db);
     return kFailure;
   }
-  return read_count(kCount.form, site, statement, count);
+  return read_count(Full::form<kCount>(), site, statement, count);
 }
 
 // Written out: both failures go to standard error as well.
 std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t PhysicalElement, std::int32_t* count,
                                                    full_sdr_rec** records) noexcept {
   const Site site = here();
+  const auto& form = Full::form<kGetAll>();
   *records = nullptr;
   const std::int32_t sensors = counted(db_get_num_full_sdr, db, PhysicalElement);
   if (sensors < 0) {
     std::fputs(" Fail to get numericsensor records \n", stderr);
-    trace(site, QMV_TEXT(kGetAll, count_failed));
+    trace(site, text(form, form.count_failed));
     return kFailure;
   }
   if (sensors == 0) return kOk;
@@ -183,18 +174,18 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
 
   const SqlText select(
       sqlite3_mprintf("select * from %q where (PhysicalElement & %i) = %i GROUP BY EntityID,EntityInstance;",
-                      "full_sdr", PhysicalElement, PhysicalElement));
+                      Full::name(), PhysicalElement, PhysicalElement));
   Statement statement;
   if (statement.compile(db, site, select) != SQLITE_OK) {
     std::fprintf(stderr, "Compilation Failed : %s \n", sqlite3_errmsg(db));
     return kFailure;
   }
-  return read_rows(kGetAll.form, site, kRuns<kColumns>.layout, statement, sensors, records);
+  return read_rows(form, site, statement, sensors, records);
 }
 
 std::int32_t db_get_recordid_by_sensor_num(sqlite3* db, std::int32_t SensorNum, std::int32_t* IPMI_RecordID) noexcept {
   const Site site = here();
-  const SqlText text(sqlite3_mprintf("select IPMI_RecordID from %q where SensorNum=%i;", "full_sdr", SensorNum));
+  const SqlText text(sqlite3_mprintf("select IPMI_RecordID from %q where SensorNum=%i;", Full::name(), SensorNum));
   Statement statement;
   if (statement.compile(db, site, text) != SQLITE_OK) return kFailure;
   if (statement.missing()) {
@@ -214,8 +205,8 @@ std::int32_t db_get_recordid_by_sensor_num(sqlite3* db, std::int32_t SensorNum, 
 // QUIRK: SQLite rejects "delete *", so no sensor is ever deleted; the formatted statement is formatted a second time
 // and never released. Hosts rely on the row staying. Test: FullSdr.DeleteReturnsZeroAndKeepsTheRow.
 std::int32_t db_del_sdr(sqlite3* db, std::int32_t IPMI_RecordID) noexcept {
-  SqlText text(sqlite3_mprintf("delete * from %q where IPMI_RecordID=%i;", "full_sdr", IPMI_RecordID));
-  if (const char* format = text.leave_allocated(); format != nullptr) db_execute(db, format, "full_sdr");
+  SqlText text(sqlite3_mprintf("delete * from %q where IPMI_RecordID=%i;", Full::name(), IPMI_RecordID));
+  if (const char* format = text.leave_allocated(); format != nullptr) db_execute(db, format, Full::name());
   trace(here(), Message("[%s:%d]Successfully delete the sdr"));
   return kOk;
 }

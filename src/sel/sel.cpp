@@ -1,4 +1,4 @@
-// Event records, table "sel".
+// Event records, table kTable.
 #include "qmv/sel.h"
 
 #include "core/shapes.h"
@@ -10,52 +10,47 @@ using namespace qmv;
 using sel::here;
 using Record = sel_rec;
 
+constexpr char kTable[] = "sel";
+
 constexpr auto kColumns =
     columns<Record>(QMV_COLUMN(RecordID), QMV_COLUMN(RecordType), QMV_COLUMN(TimeStamp), QMV_COLUMN(GeneratorID),
                     QMV_COLUMN(EventType), QMV_COLUMN(EvMRev), QMV_COLUMN(SensorType), QMV_COLUMN(SensorNum),
                     QMV_COLUMN(EventDir), QMV_COLUMN(EventData1), QMV_COLUMN(EventData2), QMV_COLUMN(EventData3));
 static_assert(kColumns.table_columns() == 12);
 
-constexpr auto kCount = packed([] {
-  return Count{
-      .table = "sel",
-      .select = "select count(*) from %q;",
-      .no_row = kSilent,
-      .done = "[%s:%d]Successfully return the no. of sels present",
-      .step = CountStep::kIgnored,
-  };
-});
+constexpr Count kCount = {
+    .select = "select count(*) from %q;",
+    .no_row = kSilent,
+    .done = "[%s:%d]Successfully return the no. of sels present",
+    .step = CountStep::kIgnored,
+};
 
-constexpr auto kGetAll = packed([] {
-  return GetAll{
-      .table = "sel",
-      .select = "select * from %q;",
-      .count_failed = "[%s:%d]Fail to get sel records",
-      .no_rows = "[%s:%d]No entry in the sel table",
-      .reading = "[%s:%d]Get All Sels from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got all the sels",
-  };
-});
+constexpr GetAll kGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get sel records",
+    .no_rows = "[%s:%d]No entry in the sel table",
+    .reading = "[%s:%d]Get All Sels from database",
+    .row = kSilent,
+    .done = "[%s:%d]Successfully got all the sels",
+};
 
-constexpr auto kGet = packed([] {
-  return GetOne{
-      .table = "sel",
-      .select = "select * from %q where RecordID=%i;",
-      .no_statement = kSilent,
-      .no_row = kSilent,
-      .reading = "[%s:%d]Get Sel record from database",
-      .done = kSilent,
-  };
-});
+constexpr GetOne kGet = {
+    .select = "select * from %q where RecordID=%i;",
+    .no_statement = kSilent,
+    .no_row = kSilent,
+    .reading = "[%s:%d]Get Sel record from database",
+    .done = kSilent,
+};
+
+using Sel = Table<kTable, kColumns, kCount, kGetAll, kGet>;
 
 // Deletes an event. Returns db_execute()'s code, or 1 when there is no text to execute.
 // QUIRK: The statement is formatted here, handed on as a format, and never released. Test:
 // Sel.DeleteNeverReleasesItsText.
 std::int32_t delete_event(sqlite3* db, std::int32_t RecordID) {
-  SqlText text(sqlite3_mprintf("delete from %q where RecordID=%i;", "sel", RecordID));
+  SqlText text(sqlite3_mprintf("delete from %q where RecordID=%i;", Sel::name(), RecordID));
   const char* format = text.leave_allocated();
-  return format == nullptr ? kFailure : db_execute(db, format, "sel");
+  return format == nullptr ? kFailure : db_execute(db, format, Sel::name());
 }
 
 std::int32_t insert_event(sqlite3* db, const sel_rec& event) {
@@ -64,7 +59,7 @@ std::int32_t insert_event(sqlite3* db, const sel_rec& event) {
       "insert into %q (RecordID, RecordType, TimeStamp, \t\t\tGeneratorID, EventType, EvMRev , SensorType , "
       "SensorNum , \t\t\tEventDir, EventData1, EventData2, EventData3) values (\t\t\t%i, %i, %i, '%.4q', "
       "%i, %i, %i, %i, %i, %i, %i, %i);",
-      "sel", event.RecordID, event.RecordType, event.TimeStamp, event.GeneratorID, event.EventType, event.EvMRev,
+      Sel::name(), event.RecordID, event.RecordType, event.TimeStamp, event.GeneratorID, event.EventType, event.EvMRev,
       event.SensorType, event.SensorNum, event.EventDir, event.EventData1, event.EventData2, event.EventData3);
 }
 
@@ -73,7 +68,7 @@ void update_event(sqlite3* db, const sel_rec& event) {
              "update %q set RecordType = %i, TimeStamp = %i,                         GeneratorID = '%.4q', EventType = "
              "%i, EvMRev = %i, SensorType = %i, SensorNum = %i,                         EventDir= %i, EventData1 = %i, "
              "EventData2 = %i, EventData3 = %i where RecordID = %i;",
-             "sel", event.RecordType, event.TimeStamp, event.GeneratorID, event.EventType, event.EvMRev,
+             Sel::name(), event.RecordType, event.TimeStamp, event.GeneratorID, event.EventType, event.EvMRev,
              event.SensorType, event.SensorNum, event.EventDir, event.EventData1, event.EventData2, event.EventData3,
              event.RecordID);
 }
@@ -81,15 +76,15 @@ void update_event(sqlite3* db, const sel_rec& event) {
 }  // namespace
 
 std::int32_t db_getnumofsels(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCount>(here(), db, count);
+  return get_count<Sel>(here(), db, count);
 }
 
 std::int32_t db_get_sel_record(sqlite3* db, std::int32_t RecordID, sel_rec** record) noexcept {
-  return get_one<kGet, kColumns>(here(), db, record, RecordID);
+  return get_one<Sel>(here(), db, record, RecordID);
 }
 
 std::int32_t db_get_all_sel_records(sqlite3* db, std::int32_t* count, sel_rec** records) noexcept {
-  return get_all<kGetAll, kColumns>(here(), db, counted(db_getnumofsels, db), count, records);
+  return get_all<Sel>(here(), db, counted(db_getnumofsels, db), count, records);
 }
 
 std::int32_t db_del_sel(sqlite3* db, std::int32_t RecordID) noexcept {
@@ -99,7 +94,7 @@ std::int32_t db_del_sel(sqlite3* db, std::int32_t RecordID) noexcept {
 }
 
 std::int32_t db_clear_sel_records(sqlite3* db) noexcept {
-  db_execute(db, "delete from %q;", "sel");
+  db_execute(db, "delete from %q;", Sel::name());
   trace(here(), Message("[%s:%d]Successfully clear the sels"));
   return kOk;
 }

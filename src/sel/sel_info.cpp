@@ -9,6 +9,8 @@ using namespace qmv;
 using sel::here;
 using Record = sel_info_rec;
 
+constexpr char kTable[] = "sel_info";
+
 // QUIRK: The reader takes column 0 twice and is one column behind from then on; the writer is not. Its texts run on
 // over the members behind their own, up to the record's end. Tests: SelInfo.ReaderIsOneColumnBehindAfterTheFirst,
 // SelInfo.LongTextsRunOnUpToTheRecordsEnd.
@@ -24,53 +26,46 @@ static_assert(kColumns.table_columns() == 8);
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(Version));
 
-constexpr auto kCount = packed([] {
-  return Count{
-      .table = "sel_info",
-      .select = "select count(*) from %q;",
-      .no_row = "[%s:%d]No records found",
-      .done = "[%s:%d]Successfully return SelInfo Count",
-      .without_statement = kFailure,
-  };
-});
+constexpr Count kCount = {
+    .select = "select count(*) from %q;",
+    .no_row = "[%s:%d]No records found",
+    .done = "[%s:%d]Successfully return SelInfo Count",
+    .without_statement = kFailure,
+};
 
-constexpr auto kGet = packed([] {
-  return GetOne{
-      .table = "sel_info",
-      .select = "select * from %q;",
-      .no_statement = "[%s:%d]Fail to get Selinfo record. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Fail to get the Selinfo record",
-      .reading = "[%s:%d]Get Selinfo record from database",
-      .done = "[%s:%d]Successfully got the Selinfo record",
-      .out_of_memory = OutOfMemory::kReturnsNoMemory,
-  };
-});
+constexpr GetOne kGet = {
+    .select = "select * from %q;",
+    .no_statement = "[%s:%d]Fail to get Selinfo record. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Fail to get the Selinfo record",
+    .reading = "[%s:%d]Get Selinfo record from database",
+    .done = "[%s:%d]Successfully got the Selinfo record",
+    .out_of_memory = OutOfMemory::kReturnsNoMemory,
+};
 
-constexpr auto kSet = packed([] {
-  return Set{
-      .table = "sel_info",
-      .insert =
-          "insert into %q (MaxNoOfSels, CompletionCode, Version, \t\t\tRecCnt, FreeSpace, AddTimeStamp, "
-          "EraseTimeStamp,\t\t\tOperationSupport) values (%i, '%.64q', '%.64q', %i, %i, '%.128q', "
-          "\t\t\t'%.128q', '%.64q');",
-      .update =
-          "update %q set MaxNoOfSels=%i, CompletionCode='%.64q', \t\t\tVersion='%.64q', RecCnt=%i, FreeSpace=%i, "
-          "AddTimeStamp='%.128q', \t\t\tEraseTimeStamp='%.128q', OperationSupport='%.64q' where Version='%.64q';",
-      .present = "[%s:%d]Selinfo record is already present with that key",
-      .done = "[%s:%d]Successfully update the Selinfo record",
-  };
-});
+constexpr Set kSet = {
+    .insert =
+        "insert into %q (MaxNoOfSels, CompletionCode, Version, \t\t\tRecCnt, FreeSpace, AddTimeStamp, "
+        "EraseTimeStamp,\t\t\tOperationSupport) values (%i, '%.64q', '%.64q', %i, %i, '%.128q', "
+        "\t\t\t'%.128q', '%.64q');",
+    .update =
+        "update %q set MaxNoOfSels=%i, CompletionCode='%.64q', \t\t\tVersion='%.64q', RecCnt=%i, FreeSpace=%i, "
+        "AddTimeStamp='%.128q', \t\t\tEraseTimeStamp='%.128q', OperationSupport='%.64q' where Version='%.64q';",
+    .present = "[%s:%d]Selinfo record is already present with that key",
+    .done = "[%s:%d]Successfully update the Selinfo record",
+};
+
+using SelInfo = Table<kTable, kReadColumns, kCount, kGet, kSet>;
 
 }  // namespace
 
 std::int32_t db_get_selinfo_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCount>(here(), db, count);
+  return get_count<SelInfo>(here(), db, count);
 }
 
 std::int32_t db_get_selinfo(sqlite3* db, sel_info_rec** record) noexcept {
-  return get_one<kGet, kReadColumns>(here(), db, record);
+  return get_one<SelInfo>(here(), db, record);
 }
 
 std::int32_t db_set_selinfo(sqlite3* db, const sel_info_rec* record) noexcept {
-  return set<kSet, kColumns, kKey>(here(), db, record);
+  return set<SelInfo, kKey, kColumns>(here(), db, record);
 }

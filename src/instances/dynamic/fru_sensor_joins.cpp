@@ -12,6 +12,7 @@ using namespace qmv;
 using dynamic::here;
 using Record = fru_sdr_rec;
 
+constexpr char kFru[] = "fru";
 constexpr char kCompact[] = "compact_sdr";
 constexpr char kFull[] = "full_sdr";
 
@@ -30,26 +31,20 @@ constexpr auto kPairColumns = columns<Record>(
     QMV_COLUMN(BrdSerNumber), QMV_COLUMN(BrdPartNumber), QMV_COLUMN(BrdMfrName), QMV_COLUMN(IdStrLen),
     QMV_COLUMN(IdStr));
 
-constexpr auto kCountCompact = packed([] {
-  return Count{
-      .table = "fru",
-      .select =
-          "select count(*) from %q \t    \t\tJOIN %q ON %q.EntityID = %q.EntityID and \t    \t\t%q.EntityInst = "
-          "%q.EntityInstance;",
-      .no_row = "[%s:%d]No Record found",
-      .done = "[%s:%d]Successfully returns the fru-compact_sdr count %d",
-  };
-});
-constexpr auto kCountFull = packed([] {
-  return Count{
-      .table = "fru",
-      .select =
-          "select count(*) from %q \t\t\tJOIN %q ON %q.EntityID = %q.EntityID and \t\t\t%q.EntityInst = "
-          "%q.EntityInstance;",
-      .no_row = "[%s:%d]No Records Found",
-      .done = "[%s:%d]Successfully returns the fru-full_sdr count %d",
-  };
-});
+constexpr Count kCountCompact = {
+    .select =
+        "select count(*) from %q \t    \t\tJOIN %q ON %q.EntityID = %q.EntityID and \t    \t\t%q.EntityInst = "
+        "%q.EntityInstance;",
+    .no_row = "[%s:%d]No Record found",
+    .done = "[%s:%d]Successfully returns the fru-compact_sdr count %d",
+};
+constexpr Count kCountFull = {
+    .select =
+        "select count(*) from %q \t\t\tJOIN %q ON %q.EntityID = %q.EntityID and \t\t\t%q.EntityInst = "
+        "%q.EntityInstance;",
+    .no_row = "[%s:%d]No Records Found",
+    .done = "[%s:%d]Successfully returns the fru-full_sdr count %d",
+};
 
 // Reads the inventory strings of the FRU on whose row the join stands. Returns SQLite's code when that does not
 // compile.
@@ -60,7 +55,7 @@ std::int32_t read_inventory(sqlite3* db, Site site, Statement& join, fru_sdr_rec
       "ProdMfrName, \t\t\t    \t\tBrdSerNumber, BrdPartNumber, BrdMfrName from '%q' where \t\t\t    "
       "\t\t%q.FruIDSlaveAddr==%i and %q.DeviceAccessAddr==%i and \t\t\t    \t\t%q.LUNBusID==%i and "
       "%q.ChannelNumber==%i;",
-      "fru", "fru", key(0), "fru", key(1), "fru", key(2), "fru", key(3)));
+      kFru, kFru, key(0), kFru, key(1), kFru, key(2), kFru, key(3)));
   Statement inventory;
   const std::int32_t code = inventory.compile(db, site, text);
   if (code != SQLITE_OK) {
@@ -93,7 +88,7 @@ std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, CountFun
       "select %q.FruIDSlaveAddr, %q.DeviceAccessAddr, \t    \t\t%q.LUNBusID, %q.ChannelNumber, %q.EntityID, "
       "%q.EntityInst, \t    \t\t%q.IdStrLen, IdStr from %q \t    \t\tJOIN %q ON %q.EntityID = %q.EntityID and \t    "
       "\t\t%q.EntityInst = %q.EntityInstance;",
-      "fru", "fru", "fru", "fru", "fru", "fru", "fru", "fru", sensors, "fru", sensors, "fru", sensors));
+      kFru, kFru, kFru, kFru, kFru, kFru, kFru, kFru, sensors, kFru, sensors, kFru, sensors));
   Statement join;
   if (join.compile(db, site, text) != SQLITE_OK) return kFailure;
   *records = static_cast<fru_sdr_rec*>(std::calloc(static_cast<std::size_t>(pairs), sizeof(fru_sdr_rec)));
@@ -114,35 +109,34 @@ std::int32_t get_all_pairs(sqlite3* db, Site site, const char* sensors, CountFun
   return join.finalize();
 }
 
-constexpr auto kGetPair = packed([] {
-  return GetOne{
-      .table = "fru",
-      .select =
-          "select FruIDSlaveAddr, DeviceAccessAddr, \t\t\tLUNBusID, ChannelNumber, %q.EntityID, EntityInstance, "
-          "ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, \t\t\tProdPartNumber, "
-          "ProdMfrName, BrdSerNumber, BrdPartNumber, \t\t\tBrdMfrName, %q.IdStrLen, IdStr from %q, %q where "
-          "\t\t\t%q.EntityID==%q.EntityID and %q.EntityInst==%q.EntityInstance \t\t\tand %q.EntityID == %i and "
-          "EntityInst == %i;",
-      .no_statement = "[%s:%d]Fail to get physical asset records",
-      .no_row = "[%s:%d]Fail to get physical asset records",
-      .reading = "[%s:%d]Get Physical asset record from database",
-      .done = "[%s:%d]Successfully got the Physical Assert",
-      .compile_error = CompileError::kReturnsSqliteCode,
-  };
-});
+constexpr GetOne kGetPair = {
+    .select =
+        "select FruIDSlaveAddr, DeviceAccessAddr, \t\t\tLUNBusID, ChannelNumber, %q.EntityID, EntityInstance, "
+        "ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, \t\t\tProdPartNumber, "
+        "ProdMfrName, BrdSerNumber, BrdPartNumber, \t\t\tBrdMfrName, %q.IdStrLen, IdStr from %q, %q where "
+        "\t\t\t%q.EntityID==%q.EntityID and %q.EntityInst==%q.EntityInstance \t\t\tand %q.EntityID == %i and "
+        "EntityInst == %i;",
+    .no_statement = "[%s:%d]Fail to get physical asset records",
+    .no_row = "[%s:%d]Fail to get physical asset records",
+    .reading = "[%s:%d]Get Physical asset record from database",
+    .done = "[%s:%d]Successfully got the Physical Assert",
+    .compile_error = CompileError::kReturnsSqliteCode,
+};
+
+using Counts = Table<kFru, kNoColumns, kCountCompact, kCountFull>;
+using Pair = Table<kFru, kPairColumns, kGetPair>;
 
 // IdStrLen is that of the length table.
 std::int32_t get_pair(sqlite3* db, Site site, const char* sensors, const char* length, std::int32_t EntityID,
                       std::int32_t EntityInst, fru_sdr_rec* record) {
-  return fill_row(kGetPair.form, site, kRuns<kPairColumns>.layout, db, record, QMV_TEXT(kGetPair, select), "fru",
-                  length, "fru", sensors, "fru", sensors, "fru", sensors, "fru", EntityID, EntityInst);
+  return fill_row(Pair::form<kGetPair>(), site, db, record, kFru, length, kFru, sensors, kFru, sensors, kFru, sensors,
+                  kFru, EntityID, EntityInst);
 }
 
 }  // namespace
 
 std::int32_t db_get_fru_compact_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_rows(kCountCompact.form, here(), db, count, QMV_TEXT(kCountCompact, select), "fru", kCompact, "fru",
-                    kCompact, "fru", kCompact);
+  return count_rows(Counts::form<kCountCompact>(), here(), db, count, kFru, kCompact, kFru, kCompact, kFru, kCompact);
 }
 
 std::int32_t db_get_all_fru_compact_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
@@ -157,8 +151,7 @@ std::int32_t db_get_fru_compact_sdr(sqlite3* db, std::int32_t EntityID, std::int
 }
 
 std::int32_t db_get_fru_full_sdr_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_rows(kCountFull.form, here(), db, count, QMV_TEXT(kCountFull, select), "fru", kFull, "fru", kFull, "fru",
-                    kFull);
+  return count_rows(Counts::form<kCountFull>(), here(), db, count, kFru, kFull, kFru, kFull, kFru, kFull);
 }
 
 std::int32_t db_get_all_fru_full_sdr(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept {
@@ -171,5 +164,5 @@ std::int32_t db_get_all_fru_full_sdr(sqlite3* db, std::int32_t* count, fru_sdr_r
 // FruSensorJoins.GetOneTakesTheLengthFromTheSensorOrFromTheFru.
 std::int32_t db_get_fru_full_sdr(sqlite3* db, std::int32_t EntityID, std::int32_t EntityInst,
                                  fru_sdr_rec* record) noexcept {
-  return get_pair(db, here(), kFull, "fru", EntityID, EntityInst, record);
+  return get_pair(db, here(), kFull, kFru, EntityID, EntityInst, record);
 }

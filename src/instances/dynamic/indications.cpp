@@ -16,17 +16,11 @@ constexpr char kFilters[] = "indication_filter";
 constexpr char kSubscriptions[] = "indication_subscription";
 
 // The three tables count with the same texts.
-constexpr auto kCount = packed([] {
-  return Count{
-      .select = "select count(*) from %q;",
-      .no_row = "[%s:%d]No Records Found",
-      .done = "[%s:%d]Successfully returned count %d",
-  };
-});
-
-std::int32_t count_table(Site site, sqlite3* db, std::int32_t* count, const char* table) {
-  return count_rows(kCount.form, site, db, count, QMV_TEXT(kCount, select), table);
-}
+constexpr Count kCount = {
+    .select = "select count(*) from %q;",
+    .no_row = "[%s:%d]No Records Found",
+    .done = "[%s:%d]Successfully returned count %d",
+};
 
 // All columns for the get-all, and those that are no key for the get-one.
 namespace destination {
@@ -36,16 +30,15 @@ using Record = listener_destination_rec;
 constexpr auto kColumns = columns<Record>(QMV_COLUMN(Name), QMV_COLUMN(Destination));
 constexpr auto kValues = columns<Record>(QMV_COLUMN_AT(1, Destination));
 
-constexpr auto kGetOne = packed([] {
-  return GetOne{
-      .table = "listener_destination",
-      .select = "select * from %q where Name='%.256q';",
-      .no_statement = "[%s:%d]Fail to get ListsnerDestination record. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Fail to get the Listener Destination record / record not found \n",
-      .reading = kSilent,
-      .done = kSilent,
-  };
-});
+constexpr GetOne kGetOne = {
+    .select = "select * from %q where Name='%.256q';",
+    .no_statement = "[%s:%d]Fail to get ListsnerDestination record. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Fail to get the Listener Destination record / record not found \n",
+    .reading = kSilent,
+    .done = kSilent,
+};
+
+using Table = qmv::Table<kDestinations, kValues, kCount, kGetOne>;
 
 }  // namespace destination
 
@@ -58,16 +51,15 @@ constexpr auto kColumns = columns<Record>(QMV_COLUMN(Name), QMV_COLUMN(Query), Q
 constexpr auto kValues = columns<Record>(QMV_COLUMN_AT(1, Query), QMV_COLUMN_AT(2, SensorNumMask),
                                          QMV_COLUMN_AT(3, SensorTypeMask), QMV_COLUMN_AT(4, SeverityMask));
 
-constexpr auto kGetOne = packed([] {
-  return GetOne{
-      .table = "indication_filter",
-      .select = "select * from %q where Name='%.256q';",
-      .no_statement = "[%s:%d]Fail to get Indication Filter record. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Fail to get the Indication Filter record / record not found \n",
-      .reading = kSilent,
-      .done = kSilent,
-  };
-});
+constexpr GetOne kGetOne = {
+    .select = "select * from %q where Name='%.256q';",
+    .no_statement = "[%s:%d]Fail to get Indication Filter record. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Fail to get the Indication Filter record / record not found \n",
+    .reading = kSilent,
+    .done = kSilent,
+};
+
+using Table = qmv::Table<kFilters, kValues, kCount, kGetOne>;
 
 }  // namespace filter
 
@@ -80,16 +72,15 @@ constexpr auto kColumns = columns<Record>(QMV_COLUMN(DestName), QMV_COLUMN(Filte
 constexpr auto kValues = columns<Record>(QMV_COLUMN_AT(2, EventSeverity), QMV_COLUMN_AT(3, SensorNum),
                                          QMV_COLUMN_AT(4, SensorType), QMV_COLUMN_AT(5, Enabled));
 
-constexpr auto kGetOne = packed([] {
-  return GetOne{
-      .table = "indication_subscription",
-      .select = "select * from %q where FilterName='%.256q' and DestName='%.256q';",
-      .no_statement = "[%s:%d]Fail to get indication subscription record. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Fail to get the indication subscription record / record not found \n",
-      .reading = kSilent,
-      .done = kSilent,
-  };
-});
+constexpr GetOne kGetOne = {
+    .select = "select * from %q where FilterName='%.256q' and DestName='%.256q';",
+    .no_statement = "[%s:%d]Fail to get indication subscription record. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Fail to get the indication subscription record / record not found \n",
+    .reading = kSilent,
+    .done = kSilent,
+};
+
+using Table = qmv::Table<kSubscriptions, kValues, kCount, kGetOne>;
 
 }  // namespace subscription
 
@@ -126,7 +117,9 @@ bool has_rows(sqlite3* db, CountFunction* count_table) {
   return count_table(db, &rows) == kOk && rows != 0;
 }
 
-constexpr Message kPresent = "[%s:%d]the record is already present with that key";
+void trace_present(Site site) {
+  trace(site, Message("[%s:%d]the record is already present with that key"));
+}
 
 // Deletes the row with that name and then the subscriptions that refer to it.
 std::int32_t delete_with_subscriptions(sqlite3* db, const char* table, const char* cascade, const char* name) {
@@ -141,14 +134,12 @@ constexpr char kDeleteOfFilter[] = "delete from %q where FilterName='%q';";
 }  // namespace
 
 std::int32_t db_get_listener_destination_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_table(here(), db, count, kDestinations);
+  return get_count<destination::Table>(here(), db, count);
 }
 
 std::int32_t db_get_listener_destination(sqlite3* db, listener_destination_rec* record) noexcept {
-  using namespace destination;
   if (!has_rows(db, db_get_listener_destination_cnt)) return kFailure;
-  return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kDestinations,
-                  record->Name);
+  return fill_row(destination::Table::form<destination::kGetOne>(), here(), db, record, kDestinations, record->Name);
 }
 
 // QUIRK: Without memory, destinations and filters answer 0 and subscriptions 1.
@@ -165,7 +156,7 @@ std::int32_t db_set_listener_destination(sqlite3* db, const listener_destination
   const std::int32_t code =
       db_execute(db, "insert into %q values('%.256q','%.256q');", kDestinations, record->Name, record->Destination);
   if (code == SQLITE_CONSTRAINT) {
-    trace(site, kPresent);
+    trace_present(site);
     db_execute(db, "update %q set Destination='%.256q' where Name='%.256q';", kDestinations, record->Destination,
                record->Name);
   } else if (code != SQLITE_OK) {
@@ -180,14 +171,12 @@ std::int32_t db_delete_listener_destination(sqlite3* db, const char* Name) noexc
 }
 
 std::int32_t db_get_indication_filter_cimxml_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_table(here(), db, count, kFilters);
+  return get_count<filter::Table>(here(), db, count);
 }
 
 std::int32_t db_get_indication_filter_cimxml(sqlite3* db, indication_filter_rec* record) noexcept {
-  using namespace filter;
   if (!has_rows(db, db_get_indication_filter_cimxml_cnt)) return kFailure;
-  return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kFilters,
-                  record->Name);
+  return fill_row(filter::Table::form<filter::kGetOne>(), here(), db, record, kFilters, record->Name);
 }
 
 std::int32_t db_get_all_indication_filter_cimxml(sqlite3* db, indication_filter_rec** records,
@@ -204,7 +193,7 @@ std::int32_t db_set_indication_filter_cimxml(sqlite3* db, const indication_filte
       db_execute(db, "insert into %q values('%.256q','%.512q',%i,%i,%i);", kFilters, record->Name, record->Query,
                  record->SensorNumMask, record->SensorTypeMask, record->SeverityMask);
   if (code == SQLITE_CONSTRAINT) {
-    trace(site, kPresent);
+    trace_present(site);
     db_execute(
         db, "update %q set Query='%.512q',SensorNumMask=%i,SensorTypeMask=%i,SeverityMask=%i where Name='%.256q';",
         kFilters, record->Query, record->SensorNumMask, record->SensorTypeMask, record->SeverityMask, record->Name);
@@ -222,13 +211,12 @@ std::int32_t db_delete_indication_filter_cimxml(sqlite3* db, const char* Name) n
 }
 
 std::int32_t db_get_indication_subscription_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return count_table(here(), db, count, kSubscriptions);
+  return get_count<subscription::Table>(here(), db, count);
 }
 
 std::int32_t db_get_indication_subscription(sqlite3* db, indication_subscription_rec* record) noexcept {
-  using namespace subscription;
   if (!has_rows(db, db_get_indication_subscription_cnt)) return kFailure;
-  return fill_row(kGetOne.form, here(), kRuns<kValues>.layout, db, record, QMV_TEXT(kGetOne, select), kSubscriptions,
+  return fill_row(subscription::Table::form<subscription::kGetOne>(), here(), db, record, kSubscriptions,
                   record->FilterName, record->DestName);
 }
 
@@ -245,7 +233,7 @@ std::int32_t db_set_indication_subscription(sqlite3* db, const indication_subscr
       db_execute(db, "insert into %q values('%.256q','%.256q',%i,%i,%i,%i);", kSubscriptions, record->DestName,
                  record->FilterName, record->EventSeverity, record->SensorNum, record->SensorType, record->Enabled);
   if (code == SQLITE_CONSTRAINT) {
-    trace(site, kPresent);
+    trace_present(site);
     db_execute(db,
                "update %q set EventSeverity=%i,SensorNum=%i,SensorType=%i,Enabled=%i where DestName='%.256q' and "
                "FilterName = '%.256q';",

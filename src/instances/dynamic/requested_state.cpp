@@ -10,19 +10,18 @@ using dynamic::here;
 
 constexpr char kTable[] = "request_state_change";
 
-constexpr auto kCount = packed([] {
-  return Count{
-      .table = "request_state_change",
-      .select = "select count(*) from %q;",
-      .no_row = "[%s:%d]No Records Found",
-      .done = "[%s:%d]Successfully returns the fru-full_sdr count %d",
-  };
-});
+constexpr Count kCount = {
+    .select = "select count(*) from %q;",
+    .no_row = "[%s:%d]No Records Found",
+    .done = "[%s:%d]Successfully returns the fru-full_sdr count %d",
+};
+
+using Changes = Table<kTable, kNoColumns, kCount>;
 
 }  // namespace
 
 std::int32_t db_get_req_state_change_cnt(sqlite3* db, std::int32_t* count) noexcept {
-  return get_count<kCount>(here(), db, count);
+  return get_count<Changes>(here(), db, count);
 }
 
 // Written out: it counts first, and a missing row is no error.

@@ -7,32 +7,34 @@
 
 namespace qmv::profile {
 
-inline constexpr auto kAssetGetOne = packed([] {
-  return GetOne{
+constexpr GetOne asset_get_one(Sql select) {
+  return {
+      .select = select,
       .no_statement = "[%s:%d]Fail to get physical asset cap. record. SQLite stmt is NULL",
       .no_row = "[%s:%d]Fail to get the physical asset cap. record",
       .reading = "[%s:%d]Get Physical Asset capabilities record from database",
       .done = kSilent,
   };
-});
+}
 
-inline constexpr auto kCollectionGetAll = packed([] {
-  return GetAll{
-      .count_failed = "[%s:%d]Fail to get concrete collection records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get all concrete collection records from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got all concrete collections %d",
-      .outs = Outs::kUntouched,
-  };
-});
+inline constexpr GetAll kCollectionGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get concrete collection records",
+    .no_rows = kSilent,
+    .reading = "[%s:%d]Get all concrete collection records from database",
+    .row = kSilent,
+    .done = "[%s:%d]Successfully got all concrete collections %d",
+    .outs = Outs::kUntouched,
+};
 
-inline constexpr auto kAssetSet = packed([] {
-  return Set{
+constexpr Set asset_set(Sql insert, Sql update) {
+  return {
+      .insert = insert,
+      .update = update,
       .present = "[%s:%d]Physical Asset record is already present with that key",
       .done = "[%s:%d]Successfully update the Physical Asset cap. record",
   };
-});
+}
 
 }  // namespace qmv::profile
 

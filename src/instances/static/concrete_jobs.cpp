@@ -22,26 +22,24 @@ constexpr auto kColumns =
                     QMV_COLUMN(DeleteOnCompletion), QMV_COLUMN(OperationalStatus), QMV_COLUMN(PercentComplete),
                     QMV_COLUMN(TimeBeforeRemoval));
 
-constexpr auto kGetAll = packed([] {
-  return GetAll{
-      .count_failed = "[%s:%d]Fail to get concretejob records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get all regprofile from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got concrete_job",
-  };
-});
+constexpr GetAll kGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get concretejob records",
+    .no_rows = kSilent,
+    .reading = "[%s:%d]Get all regprofile from database",
+    .row = kSilent,
+    .done = "[%s:%d]Successfully got concrete_job",
+};
 
-constexpr auto kGetOne = packed([] {
-  return GetOne{
-      .table = "concrete_job",
-      .select = "select * from %q where InstanceID='%q';",
-      .no_statement = "[%s:%d]Fail to get Concrete Job record. SQLite stmt is NULL",
-      .no_row = "[%s:%d]Fail to get the Concrete Job record",
-      .reading = "[%s:%d]Get Registered profile record from database",
-      .done = kSilent,
-  };
-});
+constexpr GetOne kGetOne = {
+    .select = "select * from %q where InstanceID='%q';",
+    .no_statement = "[%s:%d]Fail to get Concrete Job record. SQLite stmt is NULL",
+    .no_row = "[%s:%d]Fail to get the Concrete Job record",
+    .reading = "[%s:%d]Get Registered profile record from database",
+    .done = kSilent,
+};
+
+using Jobs = Table<kTable, kColumns, kGetAll, kGetOne>;
 
 // CIM_ConcreteJob.JobState: the states in which a job is finished.
 constexpr std::int32_t kCompleted = 7;
@@ -153,11 +151,11 @@ std::int32_t db_set_concretejob(sqlite3* db, concrete_job_rec* job, char* new_in
 }
 
 std::int32_t db_get_concretejob(sqlite3* db, const char* InstanceID, concrete_job_rec** job) noexcept {
-  return get_one<kGetOne, kColumns>(here(), db, job, InstanceID);
+  return get_one<Jobs>(here(), db, job, InstanceID);
 }
 
 std::int32_t db_get_all_concretejob(sqlite3* db, concrete_job_rec** jobs, std::int32_t* count) noexcept {
-  return profile::list_rows(kGetAll.form, here(), kRuns<kColumns>.layout, db, count, jobs, kTable);
+  return profile::list<Jobs>(here(), db, count, jobs);
 }
 
 std::int32_t db_delete_concretejob(sqlite3* db, const char* InstanceID) noexcept {

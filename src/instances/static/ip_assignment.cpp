@@ -6,53 +6,45 @@ namespace {
 using namespace qmv;
 using profile::here;
 using profile::list;
-using profile::Table;
 
 namespace assignment {
 
 using Record = ip_assign_settingdata_rec;
 
+constexpr char kTable[] = "ip_assign_settingdata";
+
 constexpr auto kColumns = columns<Record>(QMV_COLUMN(InstanceID), QMV_COLUMN(AddressOrigin), QMV_COLUMN(ElementName));
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(InstanceID));
 
-constexpr auto kSql = packed([] {
-  return Table{
-      .table = "ip_assign_settingdata",
-      .select = "select * from %q where InstanceID='%q';",
-      .insert = "insert into %q (InstanceID, AddressOrigin, ElementName) values ('%.256q', %i, '%.256q');",
-      .update =
-          "update %q set InstanceID='%.256q', AddressOrigin=%i, ElementName='%.256q'\t\t\t\twhere "
-          "InstanceID='%.256q';",
-  };
-});
+constexpr GetAll kGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get IPAssignmentSettingData records",
+    .no_rows = kSilent,
+    .reading = "[%s:%d]Get all IPAssignmentSettingdata records from database",
+    .row = kSilent,
+    .done = "[%s:%d]Successfully got all IPAssignmentSettingData %d",
+    .outs = Outs::kUntouched,
+};
 
-constexpr auto kGetAll = packed([] {
-  return GetAll{
-      .count_failed = "[%s:%d]Fail to get IPAssignmentSettingData records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get all IPAssignmentSettingdata records from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got all IPAssignmentSettingData %d",
-      .outs = Outs::kUntouched,
-  };
-});
+constexpr GetOne kGetOne = {
+    .select = "select * from %q where InstanceID='%q';",
+    .no_statement = "[%s:%d]Fail to get IPAssignmentSettingData records\n",
+    .no_row = "[%s:%d]Fail to get IPAssignmentSettingData records\n",
+    .reading = "[%s:%d]Get IPAssignmentSettingData from database",
+    .done = "[%s:%d]Successfully got IPAssignmentSettingData\n",
+};
 
-constexpr auto kGetOne = packed([] {
-  return GetOne{
-      .no_statement = "[%s:%d]Fail to get IPAssignmentSettingData records\n",
-      .no_row = "[%s:%d]Fail to get IPAssignmentSettingData records\n",
-      .reading = "[%s:%d]Get IPAssignmentSettingData from database",
-      .done = "[%s:%d]Successfully got IPAssignmentSettingData\n",
-  };
-});
+constexpr Set kSet = {
+    .insert = "insert into %q (InstanceID, AddressOrigin, ElementName) values ('%.256q', %i, '%.256q');",
+    .update =
+        "update %q set InstanceID='%.256q', AddressOrigin=%i, ElementName='%.256q'\t\t\t\twhere "
+        "InstanceID='%.256q';",
+    .present = "[%s:%d]IPAssignSettingData record is already present with that key",
+    .done = "[%s:%d]Successfully update the IPAssignSettingData record",
+};
 
-constexpr auto kSet = packed([] {
-  return Set{
-      .present = "[%s:%d]IPAssignSettingData record is already present with that key",
-      .done = "[%s:%d]Successfully update the IPAssignSettingData record",
-  };
-});
+using Table = qmv::Table<kTable, kColumns, kGetAll, kGetOne, kSet>;
 
 }  // namespace assignment
 
@@ -67,18 +59,19 @@ constexpr auto kColumns = columns<Record>(QMV_COLUMN(InterfaceName), QMV_COLUMN(
                                           QMV_COLUMN(Gateway), QMV_COLUMN(IPv6Address), QMV_COLUMN(IPv6AddressType),
                                           QMV_COLUMN(IPv6SubnetPrefixLength), QMV_COLUMN(GatewayIPv6Address));
 
-constexpr auto kGetAll = packed([] {
-  return GetAll{
-      .count_failed = "[%s:%d]Fail to get Static IPAssignmentSettingData records",
-      .no_rows = kSilent,
-      .reading = "[%s:%d]Get all Static IPAssignmentSettingdata records from database",
-      .row = kSilent,
-      .done = "[%s:%d]Successfully got all Static IPAssignmentSettingData %d",
-      .outs = Outs::kUntouched,
-      .compile_error = CompileError::kReturnsSqliteCode,
-      .out_of_memory = OutOfMemory::kReturnsNoMemory,
-  };
-});
+constexpr GetAll kGetAll = {
+    .select = "select * from %q;",
+    .count_failed = "[%s:%d]Fail to get Static IPAssignmentSettingData records",
+    .no_rows = kSilent,
+    .reading = "[%s:%d]Get all Static IPAssignmentSettingdata records from database",
+    .row = kSilent,
+    .done = "[%s:%d]Successfully got all Static IPAssignmentSettingData %d",
+    .outs = Outs::kUntouched,
+    .compile_error = CompileError::kReturnsSqliteCode,
+    .out_of_memory = OutOfMemory::kReturnsNoMemory,
+};
+
+using Table = qmv::Table<kTable, kColumns, kGetAll>;
 
 std::int32_t insert(sqlite3* db, const Record& record) {
   return db_execute(
@@ -86,7 +79,7 @@ std::int32_t insert(sqlite3* db, const Record& record) {
       "insert into %q (InterfaceName, IPv4Address, SubnetMask, Gateway, IPv6Address, IPv6AddressType, "
       "IPv6SubnetPrefixLength, GatewayIPv6Address) values ('%.256q','%.256q', '%.256q', '%.256q', '%.256q', '%d', "
       "'%d', '%.256q');",
-      kTable, record.InterfaceName, record.IPv4Address, record.SubnetMask, record.Gateway, record.IPv6Address,
+      Table::name(), record.InterfaceName, record.IPv4Address, record.SubnetMask, record.Gateway, record.IPv6Address,
       record.IPv6AddressType, record.IPv6SubnetPrefixLength, record.GatewayIPv6Address);
 }
 
@@ -96,7 +89,7 @@ void update(sqlite3* db, const Record& record) {
       db,
       "update %q set IPv4Address='%.256q', SubnetMask='%.256q', Gateway='%.256q', IPv6Address='%.256q', "
       "IPv6AddressType='%d', IPv6SubnetPrefixLength='%d', GatewayIPv6Address='%.256q' where InterfaceName='%.256q';",
-      kTable, record.IPv4Address, record.SubnetMask, record.Gateway, record.IPv6Address, record.IPv6AddressType,
+      Table::name(), record.IPv4Address, record.SubnetMask, record.Gateway, record.IPv6Address, record.IPv6AddressType,
       record.IPv6SubnetPrefixLength, record.GatewayIPv6Address, record.InterfaceName);
 }
 
@@ -106,22 +99,21 @@ void update(sqlite3* db, const Record& record) {
 
 std::int32_t db_get_all_ip_assignment_settingdata(sqlite3* db, std::int32_t* count,
                                                   ip_assign_settingdata_rec** records) noexcept {
-  return list<assignment::kGetAll, assignment::kColumns, assignment::kSql>(here(), db, count, records);
+  return list<assignment::Table>(here(), db, count, records);
 }
 
 std::int32_t db_get_ip_assignment_setting_data(sqlite3* db, const char* InstanceID,
                                                ip_assign_settingdata_rec* record) noexcept {
-  return fill<assignment::kGetOne, assignment::kColumns, assignment::kSql>(here(), db, record, InstanceID);
+  return fill<assignment::Table>(here(), db, record, InstanceID);
 }
 
 std::int32_t db_set_ip_assignment_settingdata(sqlite3* db, const ip_assign_settingdata_rec* record) noexcept {
-  return set<assignment::kSet, assignment::kColumns, assignment::kKey, assignment::kSql>(here(), db, record);
+  return set<assignment::Table, assignment::kKey>(here(), db, record);
 }
 
 std::int32_t db_get_all_static_ip_assignment_settingdata(sqlite3* db, std::int32_t* count,
                                                          static_ip_assign_settingdata_rec** records) noexcept {
-  using namespace static_settings;
-  return profile::list_rows(kGetAll.form, here(), kRuns<kColumns>.layout, db, count, records, kTable);
+  return list<static_settings::Table>(here(), db, count, records);
 }
 
 std::int32_t db_set_static_ip_assignment_settingdata(sqlite3* db,
@@ -141,6 +133,6 @@ std::int32_t db_init_static_ip_assignment_settingdata(sqlite3* db,
 }
 
 std::int32_t db_delete_static_ip(sqlite3* db) noexcept {
-  db_execute(db, "delete from %q", static_settings::kTable);
+  db_execute(db, "delete from %q", static_settings::Table::name());
   return kOk;
 }

@@ -7,15 +7,12 @@ namespace {
 using namespace qmv;
 using profile::here;
 using profile::list;
-using profile::Table;
-
-using profile::kAssetGetOne;
-using profile::kAssetSet;
-using profile::kCollectionGetAll;
 
 namespace power_capabilities {
 
 using Record = power_management_capabilities_rec;
+
+constexpr char kTable[] = "power_management_capabilities";
 
 constexpr auto kColumns =
     columns<Record>(QMV_COLUMN(InstanceID), QMV_COLUMN(ElementName), QMV_COLUMN(PowerChangeCapabilities),
@@ -23,18 +20,15 @@ constexpr auto kColumns =
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(InstanceID));
 
-constexpr auto kSql = packed([] {
-  return Table{
-      .table = "power_management_capabilities",
-      .select = "select * from %q where InstanceID='%q';",
-      .insert =
-          "insert into %q (InstanceID, ElementName, PowerChangeCapabilities, PowerStateSupported, "
-          "RequestedPowerStatesSupported) \t\t\tvalues ('%.256q', '%.256q', '%.64q', '%.64q', '%.64q');",
-      .update =
-          "update %q set InstanceID='%.256q', ElementName='%.256q', PowerChangeCapabilities='%.64q', "
-          "\t\tPowerStateSupported='%.64q', RequestedPowerStatesSupported='%.64q' where InstanceID='%.256q';",
-  };
-});
+constexpr GetOne kGetOne = profile::asset_get_one("select * from %q where InstanceID='%q';");
+
+constexpr Set kSet = profile::asset_set(
+    "insert into %q (InstanceID, ElementName, PowerChangeCapabilities, PowerStateSupported, "
+    "RequestedPowerStatesSupported) \t\t\tvalues ('%.256q', '%.256q', '%.64q', '%.64q', '%.64q');",
+    "update %q set InstanceID='%.256q', ElementName='%.256q', PowerChangeCapabilities='%.64q', "
+    "\t\tPowerStateSupported='%.64q', RequestedPowerStatesSupported='%.64q' where InstanceID='%.256q';");
+
+using Table = qmv::Table<kTable, kColumns, profile::kCollectionGetAll, kGetOne, kSet>;
 
 }  // namespace power_capabilities
 
@@ -42,23 +36,22 @@ namespace power_service {
 
 using Record = power_management_service_rec;
 
+constexpr char kTable[] = "power_management_service";
+
 constexpr auto kColumns = columns<Record>(QMV_COLUMN(Name), QMV_COLUMN(SystemCreationClassName),
                                           QMV_COLUMN(CreationClassName), QMV_COLUMN(ElementName));
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(Name));
 
-constexpr auto kSql = packed([] {
-  return Table{
-      .table = "power_management_service",
-      .select = "select * from %q where Name='%q' and SystemCreationClassName='%q';",
-      .insert =
-          "insert into %q (Name, SystemCreationClassName, CreationClassName, "
-          "ElementName)                         values ('%.256q', '%.256q', '%.256q', '%.256q');",
-      .update =
-          "update %q set Name='%.256q', SystemCreationClassName='%.256q', CreationClassName='%.256q', "
-          "ElementName='%.256q' where Name='%.256q';",
-  };
-});
+constexpr GetOne kGetOne = profile::asset_get_one("select * from %q where Name='%q' and SystemCreationClassName='%q';");
+
+constexpr Set kSet = profile::asset_set(
+    "insert into %q (Name, SystemCreationClassName, CreationClassName, "
+    "ElementName)                         values ('%.256q', '%.256q', '%.256q', '%.256q');",
+    "update %q set Name='%.256q', SystemCreationClassName='%.256q', CreationClassName='%.256q', "
+    "ElementName='%.256q' where Name='%.256q';");
+
+using Table = qmv::Table<kTable, kColumns, profile::kCollectionGetAll, kGetOne, kSet>;
 
 }  // namespace power_service
 
@@ -66,27 +59,25 @@ namespace account_capabilities {
 
 using Record = account_mgt_capabilities_rec;
 
+constexpr char kTable[] = "account_mgt_capabilities";
+
 constexpr auto kColumns =
     columns<Record>(QMV_COLUMN(InstanceID), QMV_COLUMN(ElementName), QMV_COLUMN(ElementNameEditSupported),
                     QMV_COLUMN(MaxElementNameLen), QMV_COLUMN(OperationsSupported));
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(InstanceID));
 
+constexpr GetOne kGetOne = profile::asset_get_one("select * from %q where InstanceID='%q';");
+
 // QUIRK: SQLite rejects the update for the comma that lacks behind ElementName, so a row that exists keeps its values.
 // Test: PowerAccount.AccountCapabilitiesOfAnExistingKeyKeepTheirRow.
+constexpr Set kSet = profile::asset_set(
+    "insert into %q (InstanceID, ElementName, ElementNameEditSupported, MaxElementNameLen, "
+    "OperationsSupported) \t\t\tvalues ('%.256q', '%.256q', %i, %i, '%.256q');",
+    "update %q set InstanceID='%.256q', ElementName='%.256q' ElementNameEditSupported=%i, "
+    "MaxElementNameLen=%i, \t\tOperationsSupported='%.256q' where InstanceID='%.256q';");
 
-constexpr auto kSql = packed([] {
-  return Table{
-      .table = "account_mgt_capabilities",
-      .select = "select * from %q where InstanceID='%q';",
-      .insert =
-          "insert into %q (InstanceID, ElementName, ElementNameEditSupported, MaxElementNameLen, "
-          "OperationsSupported) \t\t\tvalues ('%.256q', '%.256q', %i, %i, '%.256q');",
-      .update =
-          "update %q set InstanceID='%.256q', ElementName='%.256q' ElementNameEditSupported=%i, "
-          "MaxElementNameLen=%i, \t\tOperationsSupported='%.256q' where InstanceID='%.256q';",
-  };
-});
+using Table = qmv::Table<kTable, kColumns, profile::kCollectionGetAll, kGetOne, kSet>;
 
 }  // namespace account_capabilities
 
@@ -94,24 +85,23 @@ namespace account_settings {
 
 using Record = account_setting_data_rec;
 
+constexpr char kTable[] = "account_setting_data";
+
 constexpr auto kColumns =
     columns<Record>(QMV_COLUMN(InstanceID), QMV_COLUMN(ElementName), QMV_COLUMN(MaxPwdExpiration));
 
 constexpr auto kKey = columns<Record>(QMV_COLUMN(InstanceID));
 
+constexpr GetOne kGetOne = profile::asset_get_one("select * from %q where InstanceID='%q';");
+
 // QUIRK: SQLite rejects the update for the comma that lacks behind ElementName, so a row that exists keeps its values.
 // Test: PowerAccount.AccountSettingsOfAnExistingKeyKeepTheirRow.
+constexpr Set kSet = profile::asset_set(
+    "insert into %q (InstanceID, ElementName, MaxPwdExpiration)\tvalues ('%.256q', '%.256q', '%.64q');",
+    "update %q set InstanceID='%.256q', ElementName='%.256q' MaxPwdExpiration='%.64q' where "
+    "InstanceID='%.256q';");
 
-constexpr auto kSql = packed([] {
-  return Table{
-      .table = "account_setting_data",
-      .select = "select * from %q where InstanceID='%q';",
-      .insert = "insert into %q (InstanceID, ElementName, MaxPwdExpiration)\tvalues ('%.256q', '%.256q', '%.64q');",
-      .update =
-          "update %q set InstanceID='%.256q', ElementName='%.256q' MaxPwdExpiration='%.64q' where "
-          "InstanceID='%.256q';",
-  };
-});
+using Table = qmv::Table<kTable, kColumns, profile::kCollectionGetAll, kGetOne, kSet>;
 
 }  // namespace account_settings
 
@@ -119,61 +109,56 @@ constexpr auto kSql = packed([] {
 
 std::int32_t db_get_all_power_mgt_capabilities(sqlite3* db, std::int32_t* count,
                                                power_management_capabilities_rec** records) noexcept {
-  return list<kCollectionGetAll, power_capabilities::kColumns, power_capabilities::kSql>(here(), db, count, records);
+  return list<power_capabilities::Table>(here(), db, count, records);
 }
 
 std::int32_t db_get_power_mgt_capabilities(sqlite3* db, const char* InstanceID,
                                            power_management_capabilities_rec** record) noexcept {
-  return get_one<kAssetGetOne, power_capabilities::kColumns, power_capabilities::kSql>(here(), db, record, InstanceID);
+  return get_one<power_capabilities::Table>(here(), db, record, InstanceID);
 }
 
 std::int32_t db_set_power_mgt_capabilities(sqlite3* db, const power_management_capabilities_rec* record) noexcept {
-  return set<kAssetSet, power_capabilities::kColumns, power_capabilities::kKey, power_capabilities::kSql>(here(), db,
-                                                                                                          record);
+  return set<power_capabilities::Table, power_capabilities::kKey>(here(), db, record);
 }
 
 std::int32_t db_get_all_power_mgt_service(sqlite3* db, std::int32_t* count,
                                           power_management_service_rec** records) noexcept {
-  return list<kCollectionGetAll, power_service::kColumns, power_service::kSql>(here(), db, count, records);
+  return list<power_service::Table>(here(), db, count, records);
 }
 
 std::int32_t db_get_power_mgt_service(sqlite3* db, const char* Name, const char* SystemCreationClassName,
                                       power_management_service_rec** record) noexcept {
-  return get_one<kAssetGetOne, power_service::kColumns, power_service::kSql>(here(), db, record, Name,
-                                                                             SystemCreationClassName);
+  return get_one<power_service::Table>(here(), db, record, Name, SystemCreationClassName);
 }
 
 std::int32_t db_set_power_mgt_service(sqlite3* db, const power_management_service_rec* record) noexcept {
-  return set<kAssetSet, power_service::kColumns, power_service::kKey, power_service::kSql>(here(), db, record);
+  return set<power_service::Table, power_service::kKey>(here(), db, record);
 }
 
 std::int32_t db_get_all_account_mgt_capabilities(sqlite3* db, std::int32_t* count,
                                                  account_mgt_capabilities_rec** records) noexcept {
-  return list<kCollectionGetAll, account_capabilities::kColumns, account_capabilities::kSql>(here(), db, count,
-                                                                                             records);
+  return list<account_capabilities::Table>(here(), db, count, records);
 }
 
 std::int32_t db_get_account_mgt_capabilities(sqlite3* db, const char* InstanceID,
                                              account_mgt_capabilities_rec** record) noexcept {
-  return get_one<kAssetGetOne, account_capabilities::kColumns, account_capabilities::kSql>(here(), db, record,
-                                                                                           InstanceID);
+  return get_one<account_capabilities::Table>(here(), db, record, InstanceID);
 }
 
 std::int32_t db_set_account_mgt_capabilities(sqlite3* db, const account_mgt_capabilities_rec* record) noexcept {
-  return set<kAssetSet, account_capabilities::kColumns, account_capabilities::kKey, account_capabilities::kSql>(
-      here(), db, record);
+  return set<account_capabilities::Table, account_capabilities::kKey>(here(), db, record);
 }
 
 std::int32_t db_get_all_account_setting_data(sqlite3* db, std::int32_t* count,
                                              account_setting_data_rec** records) noexcept {
-  return list<kCollectionGetAll, account_settings::kColumns, account_settings::kSql>(here(), db, count, records);
+  return list<account_settings::Table>(here(), db, count, records);
 }
 
 std::int32_t db_get_account_setting_data(sqlite3* db, const char* InstanceID,
                                          account_setting_data_rec** record) noexcept {
-  return get_one<kAssetGetOne, account_settings::kColumns, account_settings::kSql>(here(), db, record, InstanceID);
+  return get_one<account_settings::Table>(here(), db, record, InstanceID);
 }
 
 std::int32_t db_set_account_setting_data(sqlite3* db, const account_setting_data_rec* record) noexcept {
-  return set<kAssetSet, account_settings::kColumns, account_settings::kKey, account_settings::kSql>(here(), db, record);
+  return set<account_settings::Table, account_settings::kKey>(here(), db, record);
 }

@@ -11,27 +11,15 @@ constexpr Site here(std::uint32_t line = __builtin_LINE()) {
   return {Module::kStaticInstances, line};
 }
 
-// A table and its statements, apart from what its accessors say: many tables borrow the texts of others.
-template <template <class> class Text>
-struct TableForm {
-  Text<Sql> table;
-  Text<Sql> select = {};  // of the get-one
-  Text<Sql> insert;
-  Text<Sql> update;
-
-  constexpr TableForm<Stored> stored(auto store) const {
-    return {store(table), store(select), store(insert), store(update)};
-  }
-};
-using Table = TableForm<Written>;
-
 // Get-all, counted by db_get_cnt().
-std::int32_t list_rows(const GetAllForm<Stored>& form, Site site, const Layout& layout, sqlite3* db,
-                       std::int32_t* count, Out records, const char* table);
+std::int32_t list_rows(const GetAllForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, Out records,
+                       const char* table);
 
-template <const auto& Form, const auto& List, const auto& Sql>
-std::int32_t list(Site site, sqlite3* db, std::int32_t* count, RecordOf<List>** records) {
-  return list_rows(Form.form, site, kRuns<List>.layout, db, count, records, QMV_TEXT(Sql, table));
+template <class Table>
+std::int32_t list(Site site, sqlite3* db, std::int32_t* count, RecordOf<Table::columns()>** records) {
+  constexpr const GetAll& kForm = Table::template only<GetAll>();
+  static_assert(fits<>(kForm.select.text()));
+  return list_rows(Table::template form<kForm>(), site, db, count, records, Table::name());
 }
 
 }  // namespace qmv::profile
