@@ -5,11 +5,13 @@
 #include <exception>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands.h"
 #include "host.h"
 #include "import.h"
+#include "reports.h"
 
 namespace qmvctl {
 
@@ -43,23 +45,6 @@ std::vector<FruFile> parse_frus(const std::vector<std::string>& texts) {
   return frus;
 }
 
-std::string counted(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-// "5 event-only sensor records, 1 OEM record"
-std::string list_of_counts(const std::map<std::string, int>& counts) {
-  std::string text;
-  for (const auto& [kind, count] : counts) {
-    text += (text.empty() ? "" : ", ") + counted(static_cast<size_t>(count), kind + " record");
-  }
-  return text;
-}
-
-Json to_json(const Assets::Part& part) {
-  return {{"count", part.count}, {"rows", part.listing.rows}};
-}
-
 class CommandLine {
  public:
   CommandLine(std::ostream& out, std::ostream& err);
@@ -73,10 +58,8 @@ class CommandLine {
   void add_instances();
 
   void import();
-  void report(const Inventory& stored);
-  void show(const Listing& listing);
+  void show(const Listing& listing) { report(out_, is_json_, listing); }
   void show_assets();
-  void print_assets(const Assets& assets);
 
   std::ostream& out_;
   std::ostream& err_;
@@ -189,63 +172,22 @@ int CommandLine::run(int argument_count, const char* const* arguments) {
 void CommandLine::import() {
   files_.frus = parse_frus(frus_);
   Database database = Database::open(database_);
-  report(import_files(database, files_));
-}
-
-void CommandLine::report(const Inventory& stored) {
+  const Inventory stored = import_files(database, files_);
   for (const std::string& note : stored.notes) err_ << "qmvctl: note: " << note << '\n';
-  Json counts = Json::object();
-  if (!files_.repository.empty() || !files_.frus.empty()) {
-    counts["compact sensor"] = stored.compact_sensors.size();
-    counts["full sensor"] = stored.full_sensors.size();
-    counts["FRU"] = stored.frus.size();
-  }
-  if (stored.fru_locators) counts["FRU locator"] = stored.fru_locators->size();
-  if (stored.event_log) counts["event"] = stored.event_log->events.size();
-  if (is_json_) {
-    print_json(out_, {{"stored", counts}, {"not_held", stored.not_held}, {"notes", stored.notes}});
-    return;
-  }
-  for (const auto& [what, count] : counts.items()) out_ << "stored " << counted(count, what) << '\n';
-  if (!stored.not_held.empty()) {
-    out_ << "not stored, as no table holds them: " << list_of_counts(stored.not_held) << '\n';
-  }
-}
-
-void CommandLine::show(const Listing& listing) {
-  if (is_json_) {
-    print_json(out_, listing.rows);
-  } else {
-    print_table(out_, listing);
-  }
+  report(out_, is_json_, files_, stored);
 }
 
 void CommandLine::show_assets() {
   const Database database = Database::open(database_);
-  std::vector<std::string> classes(std::begin(kAssetClasses), std::end(kAssetClasses));
-  if (!asset_class_.empty()) classes = {asset_class_};
-  Json all = Json::array();
-  for (const std::string& name : classes) {
-    const auto assets = list_assets(database, name);
+  std::vector<std::string> names(std::begin(kAssetClasses), std::end(kAssetClasses));
+  if (!asset_class_.empty()) names = {asset_class_};
+  std::vector<Assets> classes;
+  for (const std::string& name : names) {
+    auto assets = list_assets(database, name);
     if (!assets) throw CLI::ValidationError("class", name + " is not one of " + CLI::detail::join(kAssetClasses, ", "));
-    if (is_json_) {
-      all.push_back(
-          {{"class", name}, {"frus_with_sensors", to_json(assets->frus)}, {"sensors", to_json(assets->sensors)}});
-    } else {
-      print_assets(*assets);
-    }
+    classes.push_back(std::move(*assets));
   }
-  if (is_json_) print_json(out_, all);
-}
-
-void CommandLine::print_assets(const Assets& assets) {
-  out_ << assets.class_name << ": " << counted(static_cast<size_t>(assets.frus.count), "pair")
-       << " of a FRU and a full sensor\n";
-  print_table(out_, assets.frus.listing);
-  out_ << '\n'
-       << assets.class_name << ": " << counted(static_cast<size_t>(assets.sensors.count), "full sensor") << '\n';
-  print_table(out_, assets.sensors.listing);
-  out_ << '\n';
+  report(out_, is_json_, classes);
 }
 
 }  // namespace

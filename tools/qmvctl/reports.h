@@ -1,0 +1,23 @@
+// What the commands print: one list, several under a head each, or what they did. For people, or as JSON for programs.
+#ifndef QMVCTL_REPORTS_H
+#define QMVCTL_REPORTS_H
+
+#include <ostream>
+#include <vector>
+
+#include "commands.h"
+#include "import.h"
+#include "inventory.h"
+#include "listing.h"
+
+namespace qmvctl {
+
+void report(std::ostream& out, bool is_json, const Listing& listing);
+void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes);
+
+// What an import of these files stored, without the notes.
+void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inventory& stored);
+
+}  // namespace qmvctl
+
+#endif
