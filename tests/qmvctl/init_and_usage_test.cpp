@@ -123,7 +123,7 @@ TEST_F(Usage, MissingDatabaseFailsAndIsNotCreated) {
   for (const char* command : {"sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
     const Outcome outcome = on_database({command});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": No such file or directory (qmvctl init creates it)\n");
+    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": No such file or directory (qmvctl init cim creates it)\n");
   }
   EXPECT_FALSE(std::filesystem::exists(database()));
 }

@@ -45,7 +45,9 @@ const DatabaseKind kRegistry{"association", "/etc/Association.db", nullptr, kSch
 Database Database::open(const std::string& file, const DatabaseKind& kind) {
   const std::string name = name_or_default(file, kind);
   if (!open_file(name, "rb")) {  // SQLite would create it
-    throw std::runtime_error(name + ": " + std::strerror(errno) + (errno == ENOENT ? " (qmvctl init creates it)" : ""));
+    const int error = errno;
+    const std::string hint = error == ENOENT ? std::string(" (qmvctl init ") + kind.name + " creates it)" : "";
+    throw std::runtime_error(name + ": " + std::strerror(error) + hint);
   }
   return Database(name, kind);
 }
@@ -86,6 +88,15 @@ Database::~Database() {
 
 void Database::execute(const char* statement) {
   if (db_execute(handle_, "%s", statement) != SQLITE_OK) fail(sqlite3_errmsg(handle_));
+}
+
+void Database::query(const char* statement, const std::function<void(sqlite3_stmt*)>& take_row) const {
+  sqlite3_stmt* raw = nullptr;
+  if (sqlite3_prepare_v2(handle_, statement, -1, &raw, nullptr) != SQLITE_OK) fail(sqlite3_errmsg(handle_));
+  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> prepared(raw, sqlite3_finalize);
+  int status = sqlite3_step(raw);
+  for (; status == SQLITE_ROW; status = sqlite3_step(raw)) take_row(raw);
+  if (status != SQLITE_DONE) fail(sqlite3_errmsg(handle_));
 }
 
 void Database::fail(const std::string& text) const {

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -47,6 +48,9 @@ class Database {
 
   // Runs a statement without values through the library.
   void execute(const char* statement);
+
+  // Runs a statement of the command's own: take_row(statement) on each row that it yields.
+  void query(const char* statement, const std::function<void(sqlite3_stmt*)>& take_row) const;
 
   [[noreturn]] void fail(const std::string& text) const;  // "FILE: TEXT"
 

@@ -1,6 +1,5 @@
 // fru and assets.
 #include <array>
-#include <memory>
 
 #include "commands.h"
 #include "rows.h"
@@ -14,22 +13,15 @@ using GetQueries = decltype(&get_sqlqueries);
 
 // Runs a statement and makes a row of each result: members by position, numbers and texts as SQLite types them.
 std::vector<Json> run(const Database& database, const char* statement, const std::vector<const char*>& keys) {
-  sqlite3_stmt* raw = nullptr;
-  if (sqlite3_prepare_v2(database.handle(), statement, -1, &raw, nullptr) != SQLITE_OK) {
-    database.fail(sqlite3_errmsg(database.handle()));
-  }
-  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> prepared(raw, sqlite3_finalize);
   std::vector<Json> rows;
-  int status = sqlite3_step(raw);
-  for (; status == SQLITE_ROW; status = sqlite3_step(raw)) {
+  database.query(statement, [&](sqlite3_stmt* result) {
     Json& row = rows.emplace_back();
     for (int i = 0; i < static_cast<int>(keys.size()); ++i) {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(raw, i));
-      const bool is_number = sqlite3_column_type(raw, i) == SQLITE_INTEGER;
-      row[keys[static_cast<size_t>(i)]] = is_number ? Json(sqlite3_column_int(raw, i)) : Json(text ? text : "");
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(result, i));
+      const bool is_number = sqlite3_column_type(result, i) == SQLITE_INTEGER;
+      row[keys[static_cast<size_t>(i)]] = is_number ? Json(sqlite3_column_int(result, i)) : Json(text ? text : "");
     }
-  }
-  if (status != SQLITE_DONE) database.fail(sqlite3_errmsg(database.handle()));
+  });
   return rows;
 }
 
