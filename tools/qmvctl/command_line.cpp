@@ -53,13 +53,16 @@ class CommandLine {
  private:
   void add_init();
   void add_import();
-  void add_list(const char* name, const char* description, Listing (*list)(const Database&));
+  CLI::App* add_list(CLI::App& parent, const char* name, const char* description, Listing (*list)(const Database&),
+                     const DatabaseKind& kind = kInstanceDatabase);
   void add_assets();
   void add_instances();
+  void add_jobs();
 
   void import();
   void show(const Listing& listing) { report(out_, is_json_, listing); }
   void show_assets();
+  void purge();
 
   std::ostream& out_;
   std::ostream& err_;
@@ -77,21 +80,24 @@ class CommandLine {
 CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_(err) {
   app_.require_subcommand(1);
   app_.fallthrough();
-  app_.add_option("--db", database_, "use this database in place of " + std::string(kInstanceDatabase.file))
+  app_.add_option("--db", database_,
+                  std::string("use this database in place of ") + kInstanceDatabase.file + ", or of " +
+                      kTemporaryDatabase.file + " for jobs")
       ->type_name("FILE");
   app_.add_flag("--json", is_json_, "write JSON");
   app_.add_flag_callback(
       "-v,--verbose", [] { show_traces(true); }, "write the library's traces to standard error");
   add_init();
   add_import();
-  add_list("sensors", "Show the sensors with their thresholds", list_sensors);
-  add_list("fru", "Show the field-replaceable units", list_frus);
-  add_list("sel", "Show the event log", list_events);
+  add_list(app_, "sensors", "Show the sensors with their thresholds", list_sensors);
+  add_list(app_, "fru", "Show the field-replaceable units", list_frus);
+  add_list(app_, "sel", "Show the event log", list_events);
   add_assets();
-  add_list("processors", "Show the processors", list_processors);
-  add_list("memory", "Show the memory", list_memory);
-  add_list("power-supplies", "Show the power supplies", list_power_supplies);
+  add_list(app_, "processors", "Show the processors", list_processors);
+  add_list(app_, "memory", "Show the memory", list_memory);
+  add_list(app_, "power-supplies", "Show the power supplies", list_power_supplies);
   add_instances();
+  add_jobs();
 }
 
 void CommandLine::add_init() {
@@ -144,8 +150,22 @@ void CommandLine::add_import() {
   command->callback([this] { import(); });
 }
 
-void CommandLine::add_list(const char* name, const char* description, Listing (*list)(const Database&)) {
-  app_.add_subcommand(name, description)->callback([this, list] { show(list(Database::open(database_))); });
+// A command that shows a list, unless a subcommand of its own is given.
+CLI::App* CommandLine::add_list(CLI::App& parent, const char* name, const char* description,
+                                Listing (*list)(const Database&), const DatabaseKind& kind) {
+  CLI::App* command = parent.add_subcommand(name, description)->require_subcommand(0, 1);
+  command->callback([this, command, list, &kind] {
+    if (command->get_subcommands().empty()) show(list(Database::open(database_, kind)));
+  });
+  return command;
+}
+
+void CommandLine::add_jobs() {
+  CLI::App* command = add_list(app_, "jobs", "Show or purge the jobs", list_jobs, kTemporaryDatabase);
+  add_list(*command, "list", "Show the jobs, as without a subcommand", list_jobs, kTemporaryDatabase);
+  add_list(*command, "errors", "Show the error records of jobs", list_errors, kTemporaryDatabase);
+  command->add_subcommand("purge", "Delete the finished jobs that have expired, and all expired jobs' error records")
+      ->callback([this] { purge(); });
 }
 
 void CommandLine::add_assets() {
@@ -175,6 +195,14 @@ void CommandLine::import() {
   const Inventory stored = import_files(database, files_);
   for (const std::string& note : stored.notes) err_ << "qmvctl: note: " << note << '\n';
   report(out_, is_json_, files_, stored);
+}
+
+void CommandLine::purge() {
+  if (!database_.empty() && database_ != kTemporaryDatabase.file) {
+    throw CLI::ValidationError("--db", std::string("jobs purge works on ") + kTemporaryDatabase.file +
+                                           " only: the library opens it by itself");
+  }
+  report(out_, is_json_, purge_jobs(Database::open("", kTemporaryDatabase)));
 }
 
 void CommandLine::show_assets() {

@@ -27,6 +27,20 @@ std::optional<Listing> list_instances(const Database& database, const std::strin
 // The tables that list_instances() knows.
 std::vector<std::string> instance_tables();
 
+// Jobs, and the records of what went wrong in them; both are in the temporary database.
+Listing list_jobs(const Database& database);
+Listing list_errors(const Database& database);
+
+// What a purge deleted.
+struct Purged {
+  std::vector<std::string> jobs;    // by identifier
+  std::vector<std::string> errors;  // by source
+};
+
+// Deletes the finished jobs that have expired, and the error records of all that have. The library finds the database
+// by itself: it must be the fixed one.
+Purged purge_jobs(const Database& database);
+
 // The physical assets of a CIM class, by the statements that the library hands out for it.
 struct Assets {
   struct Part {

@@ -76,4 +76,13 @@ void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inv
   }
 }
 
+void report(std::ostream& out, bool is_json, const Purged& purged) {
+  if (is_json) {
+    print_json(out, {{"purged", {{"jobs", purged.jobs}, {"errors", purged.errors}}}});
+  } else {
+    out << "purged " << counted(purged.jobs.size(), "job") << " and " << counted(purged.errors.size(), "error record")
+        << '\n';
+  }
+}
+
 }  // namespace qmvctl

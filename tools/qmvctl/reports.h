@@ -18,6 +18,8 @@ void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes)
 // What an import of these files stored, without the notes.
 void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inventory& stored);
 
+void report(std::ostream& out, bool is_json, const Purged& purged);
+
 }  // namespace qmvctl
 
 #endif

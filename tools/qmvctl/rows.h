@@ -23,6 +23,12 @@ std::vector<Record> read_all(const Database& database, const std::string& what, 
   return rows;
 }
 
+// A get-all of the library that takes the records before their count, as read_all() calls it.
+template <class Record>
+auto count_first(int32_t (*get_all)(sqlite3*, Record**, int32_t*)) {
+  return [get_all](sqlite3* db, int32_t* count, Record** records) { return get_all(db, records, count); };
+}
+
 inline std::vector<compact_sdr_rec> compact_sensors(const Database& database) {
   return read_all<compact_sdr_rec>(database, "compact sensors", db_get_all_compact_sdrs);
 }
