@@ -53,10 +53,11 @@ class CommandLine {
  private:
   void add_init();
   void add_import();
-  CLI::App* add_list(CLI::App& parent, const char* name, const char* description, Listing (*list)(const Database&),
-                     const DatabaseKind& kind = kInstanceDatabase);
+  CLI::App* add_list(CLI::App& parent, const char* name, const std::string& description,
+                     Listing (*list)(const Database&), const DatabaseKind& kind = kInstanceDatabase);
   void add_assets();
   void add_instances();
+  void add_indications();
   void add_jobs();
 
   void import();
@@ -98,6 +99,7 @@ CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_
   add_list(app_, "power-supplies", "Show the power supplies", list_power_supplies);
   add_instances();
   add_jobs();
+  add_indications();
 }
 
 void CommandLine::add_init() {
@@ -140,6 +142,17 @@ void CommandLine::add_instances() {
   });
 }
 
+void CommandLine::add_indications() {
+  CLI::App* command = app_.add_subcommand("indications", "Show the destinations, filters and subscriptions");
+  command->require_subcommand(0, 1);
+  for (const IndicationList& each : kIndicationLists) {
+    add_list(*command, each.name, std::string("Show the ") + each.name + " alone", each.list);
+  }
+  command->callback([this, command] {
+    if (command->get_subcommands().empty()) report(out_, is_json_, list_indications(Database::open(database_)));
+  });
+}
+
 void CommandLine::add_import() {
   CLI::App* command = app_.add_subcommand("import", "Store raw dumps of a server, all or nothing");
   command->add_option("--sdr", files_.repository, "sensor data records, from \"ipmitool sdr dump FILE\"")
@@ -151,7 +164,7 @@ void CommandLine::add_import() {
 }
 
 // A command that shows a list, unless a subcommand of its own is given.
-CLI::App* CommandLine::add_list(CLI::App& parent, const char* name, const char* description,
+CLI::App* CommandLine::add_list(CLI::App& parent, const char* name, const std::string& description,
                                 Listing (*list)(const Database&), const DatabaseKind& kind) {
   CLI::App* command = parent.add_subcommand(name, description)->require_subcommand(0, 1);
   command->callback([this, command, list, &kind] {

@@ -27,6 +27,26 @@ std::optional<Listing> list_instances(const Database& database, const std::strin
 // The tables that list_instances() knows.
 std::vector<std::string> instance_tables();
 
+// Where indications go, which events are indicated, and which of these go where.
+Listing list_destinations(const Database& database);
+Listing list_filters(const Database& database);
+Listing list_subscriptions(const Database& database);
+
+struct IndicationList {
+  const char* name;
+  const char* head;
+  Listing (*list)(const Database&);
+};
+
+inline constexpr IndicationList kIndicationLists[] = {
+    {"destinations", "Destinations", list_destinations},
+    {"filters", "Filters", list_filters},
+    {"subscriptions", "Subscriptions", list_subscriptions},
+};
+
+// All of them, in that order.
+std::vector<HeadedListing> list_indications(const Database& database);
+
 // Jobs, and the records of what went wrong in them; both are in the temporary database.
 Listing list_jobs(const Database& database);
 Listing list_errors(const Database& database);

@@ -35,6 +35,13 @@ struct Listing {
   std::string empty_text;  // what people see instead of a table without rows
 };
 
+// One list of several that are shown together.
+struct HeadedListing {
+  std::string name;  // for programs
+  std::string head;  // for people
+  Listing listing;
+};
+
 void print_table(std::ostream& out, const Listing& listing);
 void print_json(std::ostream& out, const Json& json);
 

@@ -43,6 +43,20 @@ void report(std::ostream& out, bool is_json, const Listing& listing) {
   }
 }
 
+void report(std::ostream& out, bool is_json, const std::vector<HeadedListing>& lists) {
+  if (is_json) {
+    Json all = Json::object();
+    for (const HeadedListing& each : lists) all[each.name] = each.listing.rows;
+    print_json(out, all);
+    return;
+  }
+  for (const HeadedListing& each : lists) {
+    out << each.head << '\n';
+    print_table(out, each.listing);
+    out << '\n';
+  }
+}
+
 void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes) {
   if (!is_json) {
     for (const Assets& assets : classes) print_assets(out, assets);

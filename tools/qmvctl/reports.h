@@ -13,6 +13,7 @@
 namespace qmvctl {
 
 void report(std::ostream& out, bool is_json, const Listing& listing);
+void report(std::ostream& out, bool is_json, const std::vector<HeadedListing>& lists);
 void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes);
 
 // What an import of these files stored, without the notes.
