@@ -79,7 +79,7 @@ TEST_F(Usage, HelpSucceedsAndNamesTheCommands) {
   const Outcome outcome = run({"--help"});
   EXPECT_EQ(outcome.status, 0);
   for (const char* command : {"init", "import", "sensors", "fru", "sel", "assets", "processors", "memory",
-                              "power-supplies", "instances", "jobs", "indications"}) {
+                              "power-supplies", "instances", "jobs", "indications", "associations"}) {
     EXPECT_NE(outcome.out.find(std::string("\n  ") + command + " "), std::string::npos) << command;
   }
 }

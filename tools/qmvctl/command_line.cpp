@@ -59,6 +59,7 @@ class CommandLine {
   void add_instances();
   void add_indications();
   void add_jobs();
+  void add_associations();
 
   void import();
   void show(const Listing& listing) { report(out_, is_json_, listing); }
@@ -82,8 +83,8 @@ CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_
   app_.require_subcommand(1);
   app_.fallthrough();
   app_.add_option("--db", database_,
-                  std::string("use this database in place of ") + kInstanceDatabase.file + ", or of " +
-                      kTemporaryDatabase.file + " for jobs")
+                  std::string("use this database in place of ") + kInstanceDatabase.file + ", " +
+                      kTemporaryDatabase.file + " for jobs or " + kRegistry.file + " for associations")
       ->type_name("FILE");
   app_.add_flag("--json", is_json_, "write JSON");
   app_.add_flag_callback(
@@ -100,6 +101,7 @@ CommandLine::CommandLine(std::ostream& out, std::ostream& err) : out_(out), err_
   add_instances();
   add_jobs();
   add_indications();
+  add_associations();
 }
 
 void CommandLine::add_init() {
@@ -151,6 +153,11 @@ void CommandLine::add_indications() {
   command->callback([this, command] {
     if (command->get_subcommands().empty()) report(out_, is_json_, list_indications(Database::open(database_)));
   });
+}
+
+void CommandLine::add_associations() {
+  CLI::App* command = add_list(app_, "associations", "Show the association registry", list_associations, kRegistry);
+  add_list(*command, "plugins", "Show the plug-ins that are registered there", list_plugins, kRegistry);
 }
 
 void CommandLine::add_import() {

@@ -47,6 +47,10 @@ inline constexpr IndicationList kIndicationLists[] = {
 // All of them, in that order.
 std::vector<HeadedListing> list_indications(const Database& database);
 
+// The association classes that a registry holds, and the plug-ins registered there.
+Listing list_associations(const Database& database);
+Listing list_plugins(const Database& database);
+
 // Jobs, and the records of what went wrong in them; both are in the temporary database.
 Listing list_jobs(const Database& database);
 Listing list_errors(const Database& database);

@@ -42,13 +42,10 @@ InstanceTable every_row(const char* name, const std::vector<InstanceMember>& mem
 template <class Record>
 InstanceTable only_row(const char* name, const std::vector<InstanceMember>& members, auto get) {
   return {name, members, [=](const Database& database) {
-            int32_t count = 0;
-            if (db_get_cnt(database.handle(), &count, name) != 0) {
-              database.fail(std::string("the rows of ") + name + " cannot be counted");
-            }
             std::vector<Json> rows;
+            if (count_rows(database, name) == 0) return rows;
             Record record{};
-            if (count > 0 && get(database.handle(), &record) == 0) rows.push_back(row_of(members, record));
+            if (get(database.handle(), &record) == 0) rows.push_back(row_of(members, record));
             return rows;
           }};
 }

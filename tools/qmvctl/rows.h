@@ -23,6 +23,15 @@ std::vector<Record> read_all(const Database& database, const std::string& what, 
   return rows;
 }
 
+// How many rows a table has.
+inline size_t count_rows(const Database& database, const char* table) {
+  int32_t count = 0;
+  if (db_get_cnt(database.handle(), &count, table) != 0) {
+    database.fail(std::string("the rows of ") + table + " cannot be counted");
+  }
+  return static_cast<size_t>(count);
+}
+
 // A get-all of the library that takes the records before their count, as read_all() calls it.
 template <class Record>
 auto count_first(int32_t (*get_all)(sqlite3*, Record**, int32_t*)) {
