@@ -146,7 +146,6 @@ void CommandLine::add_instances() {
 
 void CommandLine::add_indications() {
   CLI::App* command = app_.add_subcommand("indications", "Show the destinations, filters and subscriptions");
-  command->require_subcommand(0, 1);
   for (const IndicationList& each : kIndicationLists) {
     add_list(*command, each.name, std::string("Show the ") + each.name + " alone", each.list);
   }
@@ -173,7 +172,7 @@ void CommandLine::add_import() {
 // A command that shows a list, unless a subcommand of its own is given.
 CLI::App* CommandLine::add_list(CLI::App& parent, const char* name, const std::string& description,
                                 Listing (*list)(const Database&), const DatabaseKind& kind) {
-  CLI::App* command = parent.add_subcommand(name, description)->require_subcommand(0, 1);
+  CLI::App* command = parent.add_subcommand(name, description);
   command->callback([this, command, list, &kind] {
     if (command->get_subcommands().empty()) show(list(Database::open(database_, kind)));
   });
