@@ -72,6 +72,7 @@ class CommandLine {
 
   std::string database_;  // empty for the fixed file
   std::string kind_;      // of the database to create, empty for all
+  bool has_sample_ = false;
   bool is_json_ = false;
   ImportFiles files_;
   std::vector<std::string> frus_;  // "ID=FILE"
@@ -113,14 +114,18 @@ void CommandLine::add_init() {
   command->add_option("database", kind_, "one database alone: cim, tmp_cim, smashclp or association")
       ->type_name("DATABASE")
       ->check(CLI::IsMember(&kKinds));
+  command->add_flag("--sample", has_sample_, "fill the tables of profiles and jobs with a plausible small controller");
   command->footer(
       "Without DATABASE: cim, tmp_cim and smashclp under /tmp, or none of them when one exists. --db names the file\n"
-      "of one database, which is cim when DATABASE is not given.");
+      "of one database, which is cim when DATABASE is not given. There is no sample of association.");
   command->callback([this] {
+    const DatabaseKind& kind = kind_.empty() ? kInstanceDatabase : *kKinds.at(kind_);
+    if (has_sample_ && !kind.store_sample) throw CLI::ValidationError("--sample", "there is no sample of " + kind_);
+    const auto contents = has_sample_ ? Database::Contents::kSample : Database::Contents::kTables;
     if (kind_.empty() && database_.empty()) {
-      Database::create_all();
+      Database::create_all(contents);
     } else {
-      Database::create(database_, kind_.empty() ? kInstanceDatabase : *kKinds.at(kind_));
+      Database::create(database_, kind, contents);
     }
   });
 }

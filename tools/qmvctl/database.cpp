@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 
+#include "sample.h"
 #include "schema.h"
 
 namespace qmvctl {
@@ -37,10 +38,11 @@ int open_connection(const std::string& file, const DatabaseKind& kind, sqlite3**
 
 }  // namespace
 
-const DatabaseKind kInstanceDatabase{"cim", "/tmp/cim.db", db_init, kSchemaCim};
-const DatabaseKind kTemporaryDatabase{"tmp_cim", "/tmp/tmp_cim.db", tmp_db_init, kSchemaTmpCim};
-const DatabaseKind kShellDatabase{"smashclp", "/tmp/smashclp.db", smash_db_init, kSchemaSmashclp};
-const DatabaseKind kRegistry{"association", "/etc/Association.db", nullptr, kSchemaAssociation};
+const DatabaseKind kInstanceDatabase{"cim", "/tmp/cim.db", db_init, kSchemaCim, store_sample_instances};
+const DatabaseKind kTemporaryDatabase{"tmp_cim", "/tmp/tmp_cim.db", tmp_db_init, kSchemaTmpCim, store_sample_jobs};
+const DatabaseKind kShellDatabase{"smashclp", "/tmp/smashclp.db", smash_db_init, kSchemaSmashclp,
+                                  store_sample_shell_jobs};
+const DatabaseKind kRegistry{"association", "/etc/Association.db", nullptr, kSchemaAssociation, nullptr};
 
 Database Database::open(const std::string& file, const DatabaseKind& kind) {
   const std::string name = name_or_default(file, kind);
@@ -52,7 +54,7 @@ Database Database::open(const std::string& file, const DatabaseKind& kind) {
   return Database(name, kind);
 }
 
-void Database::create(const std::string& file, const DatabaseKind& kind) {
+void Database::create(const std::string& file, const DatabaseKind& kind, Contents contents) {
   const std::string name = name_or_default(file, kind);
   if (!open_file(name, "wbx")) {
     if (errno == EEXIST) fail_as_it_exists(name);
@@ -62,6 +64,7 @@ void Database::create(const std::string& file, const DatabaseKind& kind) {
     Database database(name, kind);
     Transaction transaction(database);
     database.execute(kind.schema);
+    if (contents == Contents::kSample) kind.store_sample(database);
     transaction.commit();
   } catch (...) {
     std::remove(name.c_str());
@@ -69,12 +72,12 @@ void Database::create(const std::string& file, const DatabaseKind& kind) {
   }
 }
 
-void Database::create_all() {
+void Database::create_all(Contents contents) {
   const DatabaseKind* const kinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase};
   for (const DatabaseKind* kind : kinds) {
     if (open_file(kind->file, "rb")) fail_as_it_exists(kind->file);
   }
-  for (const DatabaseKind* kind : kinds) create("", *kind);
+  for (const DatabaseKind* kind : kinds) create("", *kind, contents);
 }
 
 Database::Database(const std::string& file, const DatabaseKind& kind) : file_(file) {

@@ -12,12 +12,15 @@
 
 namespace qmvctl {
 
+class Database;
+
 // One of the system's databases.
 struct DatabaseKind {
   const char* name;
   const char* file;                   // where the library looks for it
   int32_t (*open)(sqlite3** handle);  // how the library opens that file; NULL where it does so for itself only
   const char* schema;
+  void (*store_sample)(Database& database);  // NULL where there is no sample
 };
 
 extern const DatabaseKind kInstanceDatabase;   // also where the power supplies come from when no file is named
@@ -32,12 +35,14 @@ class Database {
   // waits for other processes' locks.
   static Database open(const std::string& file, const DatabaseKind& kind = kInstanceDatabase);
 
-  // Creates a file with the reference tables (the fixed one when the name is empty). An existing file is an error and
-  // stays as it is.
-  static void create(const std::string& file, const DatabaseKind& kind = kInstanceDatabase);
+  enum class Contents { kTables, kSample };
 
-  // Creates the files that hosts open, all or none.
-  static void create_all();
+  // Creates a file with the reference tables (the fixed one when the name is empty), and fills them with the sample
+  // when asked to. An existing file is an error and stays as it is; what failed leaves no file.
+  static void create(const std::string& file, const DatabaseKind& kind, Contents contents);
+
+  // Creates the files that hosts open, or none of them when one exists.
+  static void create_all(Contents contents);
 
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
