@@ -32,6 +32,10 @@ std::int32_t get_one(sqlite3* db, const char* DeviceID, compact_sdr_rec** record
 std::int32_t get_pairs(sqlite3* db, std::int32_t* count, fru_sdr_rec** records) noexcept;
 std::int32_t set(sqlite3* db, const compact_sdr_rec* record) noexcept;
 
+std::int32_t get_all_capabilities(sqlite3* db, std::int32_t* count, ssh_capabilities_rec** records) noexcept;
+std::int32_t get_capabilities(sqlite3* db, const char* InstanceID, ssh_capabilities_rec** record) noexcept;
+std::int32_t set_capabilities(sqlite3* db, const ssh_capabilities_rec* record) noexcept;
+
 }  // namespace plain
 
 // A general C++ library for SQLite, used as its documentation shows, on a connection of its own.

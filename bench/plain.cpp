@@ -1,39 +1,14 @@
-// C code in all but name: what somebody writes who is given the steps and has a hundred tables to go.
+// The functions of the sensors. C code in all but name: what somebody writes who is given the steps and has a hundred
+// tables to go.
+#include "plain.h"
+
 #include <cstdarg>
 #include <cstdlib>
-#include <cstring>
 
 #include "compact_columns.h"
 #include "contenders.h"
 
 namespace qmv::bench::plain {
-
-namespace {
-
-constexpr char kFile[] = "db_sdrd.c";
-
-#define TRACE(...) HTRC_LINUXAPP_Runtime_DbgOut(135, __VA_ARGS__)
-#define COMPILE_ERROR(db) \
-  HTRC_LINUXAPP_DbgOut(130, "[%s:%d]SQL Compilation error: %s", kFile, __LINE__, sqlite3_errmsg(db))
-
-// The blind copy: as many bytes as the field has, however short the text. memory.cpp makes sure that there are so many.
-#define READ_INTEGER(column, member) record->member = sqlite3_column_int(row, index++);
-#define READ_TEXT(column, member)                              \
-  if ((text = sqlite3_column_text(row, index++)) != nullptr) { \
-    std::memcpy(record->member, text, sizeof(record->member)); \
-  } else {                                                     \
-    std::memset(record->member, 0, sizeof(record->member));    \
-  }
-
-std::int32_t read(compact_sdr_rec* record, sqlite3_stmt* row) {
-  if (record == nullptr || row == nullptr) return 1;
-  const unsigned char* text = nullptr;
-  int index = 0;
-  COMPACT_COLUMNS(READ_INTEGER, READ_TEXT, READ_TEXT)
-  record->FruRecord.EntityID = record->EntityID;
-  record->FruRecord.EntityInst = record->EntityInstance;
-  return 0;
-}
 
 std::int32_t execute(sqlite3* db, const char* format, ...) {
   va_list arguments;
@@ -48,6 +23,20 @@ std::int32_t execute(sqlite3* db, const char* format, ...) {
   }
   sqlite3_free(text);
   return code;
+}
+
+namespace {
+
+constexpr char kFile[] = "db_sdrd.c";
+
+std::int32_t read(compact_sdr_rec* record, sqlite3_stmt* row) {
+  if (record == nullptr || row == nullptr) return 1;
+  const unsigned char* text = nullptr;
+  int index = 0;
+  COMPACT_COLUMNS(READ_INTEGER, READ_TEXT, READ_TEXT)
+  record->FruRecord.EntityID = record->EntityID;
+  record->FruRecord.EntityInst = record->EntityInstance;
+  return 0;
 }
 
 std::int32_t count_rows(sqlite3* db, std::int32_t* count, const char* sql, bool* found) {

@@ -123,6 +123,10 @@ void create_database(const std::string& path, const std::string& schema) {
     if (row.has_fru() && row.sensor % kSensorsPerEntity == 0)
       execute(db.get(), "insert into fru values (" + fru_values(row) + ");");
   }
+  for (int n = 0; n < kCapabilities; ++n) {
+    const ssh_capabilities_rec row = capabilities(n, 0);
+    db_set_sshcapabilities(db.get(), &row);
+  }
   execute(db.get(), "commit;");
 }
 
