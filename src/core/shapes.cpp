@@ -93,7 +93,6 @@ std::int32_t read_count(const CountForm<Stored>& form, Site site, Statement& sta
 
 std::int32_t get_all_rows(const GetAllForm<Stored>& form, Site site, sqlite3* db, std::int32_t rows,
                           std::int32_t* count, Out records, ...) {
-  if (form.outs == Outs::kCleared) records.store(nullptr);
   if (rows < 0) {
     trace(site, text(form, form.count_failed));
     return kFailure;

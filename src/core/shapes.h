@@ -41,6 +41,14 @@ std::int32_t counted(std::int32_t (*count)(sqlite3*, std::int32_t*, Filter), sql
   return count(db, &rows, filter) == kOk ? rows : -1;
 }
 
+// The same for a get-all that clears the caller's pointer first.
+template <class Record, class... Filter>
+std::int32_t counted(Record** records, std::int32_t (*count)(sqlite3*, std::int32_t*, Filter...), sqlite3* db,
+                     Filter... filter) {
+  *records = nullptr;
+  return counted(count, db, filter...);
+}
+
 // The shapes proper. The variable arguments are those of the statement, the table's name first; of the upsert's two
 // statements both take the name and the record's columns, and the update goes on to take its keys.
 std::int32_t count_rows(const CountForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count, ...);

@@ -80,7 +80,7 @@ std::int32_t db_get_fru_cnt(sqlite3* db, std::int32_t* count) noexcept {
 }
 
 std::int32_t db_get_all_fru_info(sqlite3* db, std::int32_t* count, fru_rec** records) noexcept {
-  return get_all<Fru>(here(), db, counted(db_get_fru_cnt, db), count, records);
+  return get_all<Fru>(here(), db, counted(records, db_get_fru_cnt, db), count, records);
 }
 
 std::int32_t db_get_fru_info(sqlite3* db, std::int32_t FruIDSlaveAddr, std::int32_t DeviceAccessAddr,

@@ -96,13 +96,13 @@ std::int32_t db_get_num_compact_sdr(sqlite3* db, std::int32_t* count, std::int32
 }
 
 std::int32_t db_get_all_compact_sdrs(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<Compact, kGetAll>(here(), db, counted(db_get_num_compact_sdr, db, 0), count, records);
+  return get_all<Compact, kGetAll>(here(), db, counted(records, db_get_num_compact_sdr, db, 0), count, records);
 }
 
 std::int32_t db_get_all_compact_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t PhysicalElement, std::int32_t* count,
                                                       compact_sdr_rec** records) noexcept {
-  return get_all<Compact, kGetEntities>(here(), db, counted(db_get_num_compact_sdr, db, PhysicalElement), count,
-                                        records, PhysicalElement, PhysicalElement);
+  return get_all<Compact, kGetEntities>(here(), db, counted(records, db_get_num_compact_sdr, db, PhysicalElement),
+                                        count, records, PhysicalElement, PhysicalElement);
 }
 
 std::int32_t db_get_compact_sdr_info(sqlite3* db, std::int32_t SensorNum, const char* DeviceID, std::int32_t OwnerLUN,

@@ -55,8 +55,8 @@ std::int32_t db_get_redundancyset_cnt(sqlite3* db, std::int32_t* count) noexcept
 }
 
 std::int32_t db_get_all_redundancyset(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<Compact, kGetRedundancySets>(here(), db, counted(db_get_redundancyset_cnt, db), count, records,
-                                              kRedundancyEvents);
+  return get_all<Compact, kGetRedundancySets>(here(), db, counted(records, db_get_redundancyset_cnt, db), count,
+                                              records, kRedundancyEvents);
 }
 
 // Written out: the statement has two tables.
@@ -76,7 +76,8 @@ std::int32_t db_get_memory_cnt(sqlite3* db, std::int32_t* count) noexcept {
 // QUIRK: Counts the elements with the memory bit, and reads the compact sensors of type memory. Fewer of these leave
 // zeroed records at the end, more are dropped. Test: Components.MemoryIsCountedByElementAndReadBySensorType.
 std::int32_t db_get_all_memory(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<Compact, kGetMemory>(here(), db, counted(db_get_memory_cnt, db), count, records, kMemorySensor);
+  return get_all<Compact, kGetMemory>(here(), db, counted(records, db_get_memory_cnt, db), count, records,
+                                      kMemorySensor);
 }
 
 std::int32_t db_get_processor_cnt(sqlite3* db, std::int32_t* count) noexcept {
@@ -84,7 +85,7 @@ std::int32_t db_get_processor_cnt(sqlite3* db, std::int32_t* count) noexcept {
 }
 
 std::int32_t db_get_all_processor(sqlite3* db, std::int32_t* count, compact_sdr_rec** records) noexcept {
-  return get_all<Compact, kGetProcessors>(here(), db, counted(db_get_processor_cnt, db), count, records,
+  return get_all<Compact, kGetProcessors>(here(), db, counted(records, db_get_processor_cnt, db), count, records,
                                           kProcessorSensor);
 }
 

@@ -121,7 +121,7 @@ std::int32_t db_set_full_sdr_info(sqlite3* db, const full_sdr_rec* record) noexc
 }
 
 std::int32_t db_get_all_full_sdrs(sqlite3* db, std::int32_t* count, full_sdr_rec** records) noexcept {
-  return get_all<Full>(here(), db, counted(db_get_num_full_sdr, db, 0), count, records);
+  return get_all<Full>(here(), db, counted(records, db_get_num_full_sdr, db, 0), count, records);
 }
 
 std::int32_t db_get_full_sdr_info(sqlite3* db, std::int32_t SensorNum, const char* DeviceID, std::int32_t OwnerLUN,
@@ -162,8 +162,7 @@ std::int32_t db_get_all_full_sdrs_by_phy_elem_type(sqlite3* db, std::int32_t Phy
                                                    full_sdr_rec** records) noexcept {
   const Site site = here();
   const auto& form = Full::form<kGetAll>();
-  *records = nullptr;
-  const std::int32_t sensors = counted(db_get_num_full_sdr, db, PhysicalElement);
+  const std::int32_t sensors = counted(records, db_get_num_full_sdr, db, PhysicalElement);
   if (sensors < 0) {
     std::fputs(" Fail to get numericsensor records \n", stderr);
     trace(site, text(form, form.count_failed));

@@ -84,7 +84,7 @@ std::int32_t db_get_sel_record(sqlite3* db, std::int32_t RecordID, sel_rec** rec
 }
 
 std::int32_t db_get_all_sel_records(sqlite3* db, std::int32_t* count, sel_rec** records) noexcept {
-  return get_all<Sel>(here(), db, counted(db_getnumofsels, db), count, records);
+  return get_all<Sel>(here(), db, counted(records, db_getnumofsels, db), count, records);
 }
 
 std::int32_t db_del_sel(sqlite3* db, std::int32_t RecordID) noexcept {

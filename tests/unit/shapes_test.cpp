@@ -79,6 +79,16 @@ TEST_F(Shapes, GetAllFailsWhenTheCountFailsInAnyWay) {
   EXPECT_EQ(Lines({trace("Successfully returns the FRU count"), trace("Fail to get fru records")}), logged());
 }
 
+TEST_F(Shapes, GetAllClearsThePointerBeforeItCounts) {
+  fru_rec old{};
+  fru_rec* pointer = &old;
+  fru_rec* seen = &old;
+  boundary().while_logging = [&] { seen = pointer; };
+  EXPECT_EQ(0, db_get_all_fru_info(db, &count, &pointer));
+  EXPECT_EQ(nullptr, seen) << "when the count is logged";
+  EXPECT_EQ(Lines({trace("Successfully returns the FRU count")}), logged());
+}
+
 TEST_F(Shapes, GetAllDropsRowsThatAppearAfterTheCount) {
   insert_rows(2);
   sql_before("select * from", "insert into fru (a) values (3);");

@@ -115,6 +115,7 @@ using Table = qmv::Table<kTable, kColumns, kGetAll, kGetOne, kSet>;
 
 std::int32_t qmv::profile::list_rows(const GetAllForm<Stored>& form, Site site, sqlite3* db, std::int32_t* count,
                                      Out records, const char* table) {
+  if (form.outs == Outs::kCleared) records.store(nullptr);
   return get_all_rows(form, site, db, counted(db_get_cnt, db, table), count, records, table);
 }
 
