@@ -28,8 +28,8 @@ void format_without_arguments(char* text) {
     } else {
       const char* const letter = letter_of(from + 1);
       if (*letter == 0 || std::strchr("%diuxXocsqQwzpneEfgGr", *letter) == nullptr) break;
-      const auto length = static_cast<std::size_t>(letter - from);
-      if (*letter == '%' && std::memchr(from, '*', length) == nullptr) *to++ = '%';
+      const char* const star = std::strchr(from, '*');
+      if (*letter == '%' && (star == nullptr || star > letter)) *to++ = '%';
       from = letter + 1;
     }
   }
