@@ -1,10 +1,17 @@
 #include "support/boundary.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
 #include <ostream>
+#include <set>
+#include <string>
 #include <utility>
 
 #include "qmv/core.h"
@@ -44,13 +51,38 @@ void* allocated(Allocate allocate) {
   return block;
 }
 
-__attribute__((format(printf, 2, 0))) void record(int level, const char* format, va_list arguments) {
+// The lines of a module's sources on which an accessor calls here(), which log lines name as their place.
+const std::set<int>& places(const std::string& module) {
+  static const std::map<std::string, std::string> kFolders = {{"db.c", "core"},
+                                                              {"db_sdrd.c", "sdr"},
+                                                              {"db_seld.c", "sel"},
+                                                              {"db_frud.c", "fru"},
+                                                              {"db_static_instance.c", "instances/static"},
+                                                              {"db_dynamic_instance.c", "instances/dynamic"}};
+  static std::map<std::string, std::set<int>> found;
+  const auto [entry, is_new] = found.try_emplace(module);
+  const auto folder = kFolders.find(module);
+  if (!is_new || folder == kFolders.end()) return entry->second;
+  for (const auto& file : std::filesystem::directory_iterator(QMV_SOURCES "/" + folder->second)) {
+    std::ifstream source(file.path());
+    std::string text;
+    for (int line = 1; std::getline(source, text); ++line) {
+      if (text.find("here()") != std::string::npos) entry->second.insert(line);
+    }
+  }
+  return entry->second;
+}
+
+__attribute__((format(printf, 3, 0))) void record(int expected_level, int level, const char* format,
+                                                  va_list arguments) {
   boundary().while_logging();
+  EXPECT_EQ(expected_level, level) << "each function has one level";
   va_list copy;
   va_copy(copy, arguments);
   const std::string module = va_arg(copy, const char*);
   const int line = va_arg(copy, int);
   va_end(copy);
+  EXPECT_EQ(1u, places(module).count(line)) << "no accessor is at " << module << ":" << line;
   char whole[8192];
   std::vsnprintf(whole, sizeof(whole), format, arguments);
   const std::string site = "[" + module + ":" + std::to_string(line) + "]";
@@ -87,14 +119,14 @@ extern "C" {
 void HTRC_LINUXAPP_DbgOut(int level, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  qmv::test::record(level, format, arguments);
+  qmv::test::record(130, level, format, arguments);
   va_end(arguments);
 }
 
 void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  qmv::test::record(level, format, arguments);
+  qmv::test::record(135, level, format, arguments);
   va_end(arguments);
 }
 
@@ -105,6 +137,7 @@ void __real_free(void* block);
 std::FILE* __real_fopen(const char* path, const char* mode);
 char* __real_sqlite3_vmprintf(const char* format, va_list arguments);
 void __real_sqlite3_free(void* memory);
+const char* __real_sqlite3_errmsg(sqlite3* db);
 int __real_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context);
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
@@ -149,6 +182,11 @@ int __wrap_sqlite3_close(sqlite3* db) {
   const int code = __real_sqlite3_close(db);
   if (code == SQLITE_OK) boundary().connections_alive.erase(db);
   return code;
+}
+
+const char* __wrap_sqlite3_errmsg(sqlite3* db) {
+  ++boundary().messages_fetched;
+  return __real_sqlite3_errmsg(db);
 }
 
 int __wrap_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context) {

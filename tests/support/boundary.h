@@ -38,6 +38,7 @@ struct Boundary {
   sqlite3* last_opened = nullptr;       // also after a failure
   int (*busy_handler)(void*, int) = nullptr;
   int busy_handlers_installed = 0;
+  int messages_fetched = 0;              // by sqlite3_errmsg()
   std::set<void*> texts_alive;           // formatted by SQLite and not released
   int statements_alive = 0;              // prepared and not finalised
   std::set<sqlite3*> connections_alive;  // opened and not closed
