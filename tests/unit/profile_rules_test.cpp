@@ -60,6 +60,7 @@ std::int32_t ProfileGetOne::get() {
 void ProfileGetOne::expect_nothing_written() const {
   EXPECT_EQ(callers_.data(), place_) << "the pointer";
   EXPECT_EQ(Bytes(table_.record_size, kBefore), callers_) << "the record";
+  EXPECT_EQ(0, boundary().allocations);
 }
 
 void ProfileGetOne::TearDown() {
@@ -143,10 +144,23 @@ TEST_P(ProfileGetAll, WithoutAStatementReturnsZeroedRecordsInSilence) {
 TEST_P(ProfileGetAll, DropsRowsThatAppearAfterTheCount) {
   insert(100);
   sql_before("select * from", "insert into " + table_.name + " values (" + joined(literals(200)) + ");");
+  boundary().steps = {{4, SQLITE_DONE}};  // behind the count and the two rows
   EXPECT_EQ(0, get_all());
   EXPECT_EQ(1, count_);
+  EXPECT_EQ(Faults(), boundary().steps) << "the dropped row is stepped over";
   expect_record(100, record(0), GetParam().reads);
   EXPECT_EQ(Lines({counted(), trace(GetParam().reading), done(1)}), logged());
+}
+
+TEST_P(ProfileGetAll, LeavesZerosForRowsThatVanishAfterTheCount) {
+  insert(100);
+  insert(200);
+  sql_before("select * from", "delete from " + table_.name + " where rowid = 2;");
+  EXPECT_EQ(0, get_all());
+  EXPECT_EQ(2, count_);
+  expect_record(100, record(0), GetParam().reads);
+  EXPECT_EQ(Bytes(table_.record_size), Bytes(record(1), record(2)));
+  EXPECT_EQ(Lines({counted(), trace(GetParam().reading), done(2)}), logged());
 }
 
 TEST_P(ProfileGetAll, ReturnsTheCodeOfFinalize) {
@@ -190,9 +204,30 @@ TEST_P(ProfileGetOne, ReadsTheFirstRowOfItsKeys) {
   EXPECT_EQ(makes_record(), place_ != callers_.data());
   expect_record(100, place_, GetParam().reads, makes_record() ? '\0' : kBefore);
   EXPECT_EQ(Texts({GetParam().statement}), statements());
+  EXPECT_EQ(std::vector<bool>({true}), boundary().tails);
   Lines lines = {trace(GetParam().reading)};
   if (!GetParam().done.empty()) lines.push_back(trace(GetParam().done));
   EXPECT_EQ(lines, logged());
+}
+
+TEST_P(ProfileGetOne, ReadsTheFirstOfTheRowsWithTheSameKeys) {
+  sql("create table again as select * from " + table_.name + "; drop table " + table_.name +
+      "; alter table again rename to " + table_.name + ";");  // without its unique columns
+  insert(100);
+  insert(200);
+  for (std::size_t i = 0; i < names().size(); ++i) {
+    if (is_key(table_.fields[i])) sql("update " + table_.name + " set " + names()[i] + " = " + literals(100)[i] + ";");
+  }
+  EXPECT_EQ(0, get());
+  expect_record(100, place_, GetParam().reads, makes_record() ? '\0' : kBefore);
+  logged();
+}
+
+TEST_P(ProfileGetOne, SaysThatItReadsBeforeTheStepOrBehindIt) {
+  insert(100);
+  boundary().while_logging = [] { boundary().steps = {{1, SQLITE_BUSY}}; };
+  EXPECT_EQ(GetParam().says_reading_before_the_step ? 1 : 0, get());
+  logged();
 }
 
 TEST_P(ProfileGetOne, MakesOneRecordOrFillsTheCallers) {
@@ -207,6 +242,16 @@ TEST_P(ProfileGetOne, WithoutAMatchReturnsOneAndWritesNothing) {
   EXPECT_EQ(1, get());
   expect_nothing_written();
   EXPECT_EQ(lines_before_the_row(GetParam().no_row), logged());
+}
+
+TEST_P(ProfileGetOne, WhoseStepFailsReturnsOneAndWritesNothing) {
+  insert(100);
+  for (const int code : {SQLITE_BUSY, SQLITE_IOERR}) {
+    boundary().steps = {{1, code}};
+    EXPECT_EQ(1, get()) << code;
+    expect_nothing_written();
+    EXPECT_EQ(lines_before_the_row(GetParam().no_row), logged());
+  }
 }
 
 TEST_P(ProfileGetOne, WithoutATableReturnsOneAndWritesNothing) {
@@ -279,7 +324,7 @@ TEST_P(ProfileGetOne, CutsTextsAtTheirWidthAndNotBefore) {
       SCOPED_TRACE(std::string(read.column) + ": " + std::to_string(length));
       sql("delete from " + table_.name + ";");
       insert(100);
-      const std::string text(length, '1');
+      const std::string text(length, 'x');
       sql("update " + table_.name + " set " + read.column + " = '" + text + "';");
       const std::string column = value_of(std::string("select ") + read.column + " from " + table_.name + ";");
       EXPECT_EQ(0, get());
@@ -344,6 +389,14 @@ TEST_P(ProfileSet, IgnoresAFailingUpdate) {
 
 TEST_P(ProfileSet, ThatFailsForAnotherReasonReturnsZeroAndTracesSuccess) {
   sql("drop table " + table_.name + ";");
+  EXPECT_EQ(0, set(sample(100)));
+  EXPECT_EQ(Texts({GetParam().insert}), statements());
+  EXPECT_EQ(Lines({execution_failed(), trace(GetParam().done)}), logged());
+}
+
+TEST_P(ProfileSet, TakesNoOtherCodeThanNineteenForAKeyThatExists) {
+  insert(100);
+  sqlite3_extended_result_codes(db, 1);  // SQLITE_CONSTRAINT_UNIQUE
   EXPECT_EQ(0, set(sample(100)));
   EXPECT_EQ(Texts({GetParam().insert}), statements());
   EXPECT_EQ(Lines({execution_failed(), trace(GetParam().done)}), logged());

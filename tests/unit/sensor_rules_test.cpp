@@ -401,6 +401,18 @@ TEST_P(SensorGetOne, WithoutAMatchReturnsOneAndLeavesThePointer) {
   EXPECT_EQ(Lines({trace(GetParam().no_row)}), logged());
 }
 
+TEST_P(SensorGetOne, WhoseStepFailsReturnsOneAndLeavesThePointer) {
+  insert(100);
+  for (const int code : {SQLITE_BUSY, SQLITE_IOERR}) {
+    boundary().steps = {{1, code}};
+    int untouched;
+    void* record = &untouched;
+    EXPECT_EQ(1, GetParam().call(&record, db)) << code;
+    EXPECT_EQ(&untouched, record);
+    EXPECT_EQ(Lines({trace(GetParam().no_row)}), logged());
+  }
+}
+
 TEST_P(SensorGetOne, WithoutAStatementReturnsOneAndLeavesThePointer) {
   boundary().miss_statement = 1;
   int untouched;

@@ -63,6 +63,12 @@ TEST_F(Shapes, CountReturnsTheCodeOfFinalize) {
   EXPECT_EQ(Lines({trace("Successfully returns the FRU count")}), logged());
 }
 
+TEST_F(Shapes, CountFinalisesBeforeItSpeaks) {
+  boundary().while_logging = [] { EXPECT_EQ(0, boundary().statements_alive); };
+  EXPECT_EQ(0, db_get_fru_cnt(db, &count));
+  EXPECT_EQ(1u, logged().size());
+}
+
 TEST_F(Shapes, CountWhoseTextCannotBeFormattedDoesNotCompile) {
   boundary().fail_text = 1;
   EXPECT_EQ(1, db_get_fru_cnt(db, &count));
