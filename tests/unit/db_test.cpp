@@ -28,6 +28,7 @@ INSTANTIATE_TEST_SUITE_P(EachFile, DbOpen,
 TEST_P(DbOpen, OpensItsFileAndInstallsTheBusyHandler) {
   scratch();
   sqlite3* opened = nullptr;
+  boundary().while_logging = [] { EXPECT_EQ(0, boundary().busy_handlers_installed) << "not yet"; };
   EXPECT_EQ(0, GetParam().open(&opened));
   const std::string path = GetParam().path;
   EXPECT_EQ(Texts({path}), boundary().opened);
@@ -40,6 +41,11 @@ TEST_P(DbOpen, OpensItsFileAndInstallsTheBusyHandler) {
 TEST_P(DbOpen, FailedOpenIsLoggedTwiceAndTheHandleIsClosedAndKept) {
   boundary().fixed_files = "/nonexistent";
   sqlite3* opened = nullptr;
+  int messages = 0;
+  boundary().while_logging = [&messages] {
+    EXPECT_EQ(++messages, boundary().messages_fetched) << "anew for each line";
+    EXPECT_EQ(1u, boundary().connections_alive.size()) << "closed after both";
+  };
   EXPECT_EQ(SQLITE_CANTOPEN, GetParam().open(&opened));
   const LogLine line = error("Can't open database(" + std::string(GetParam().path) + "): unable to open database file");
   EXPECT_EQ(Lines({line, line}), logged());
@@ -140,6 +146,7 @@ TEST_F(Db, CloseTracesAndReturnsSqlitesCode) {
 
 TEST_F(Db, FreememTracesAndReleases) {
   db_freemem(std::malloc(1));
+  EXPECT_TRUE(boundary().blocks_alive.empty());
   EXPECT_EQ(Lines({trace("Successfully free the Memory")}), logged());
 }
 
