@@ -79,6 +79,14 @@ class ConcreteJobs : public TableTest {
   }
   std::int32_t set() { return db_set_concretejob(db, &job, identifier); }
 
+  // Of the table's rows, none was looked at.
+  void expect_count_and_insert() {
+    const Texts all = statements();
+    ASSERT_EQ(2u, all.size());
+    EXPECT_EQ("select count(*) from concrete_job;", all[0]);
+    EXPECT_EQ(0u, all[1].find("insert into concrete_job "));
+  }
+
   // The purge works on the temporary instance database, by a connection of its own.
   void make_file() {
     file = open(scratch() + "/tmp_cim.db");
@@ -109,8 +117,17 @@ TEST_F(ConcreteJobs, FirstJobOfAnEmptyTableIsNumberOne) {
   in_new_process([&] {
     EXPECT_EQ("Job-1", create());
     EXPECT_EQ(Lines({counted(), stored()}), logged());
-    EXPECT_EQ("select count(*) from concrete_job;", statements()[0]);
+    expect_count_and_insert();
     EXPECT_EQ("Job-1", value_of("select InstanceID from concrete_job;"));
+  });
+}
+
+TEST_F(ConcreteJobs, NegativeCountIsTakenForAnEmptyTable) {
+  in_new_process([&] {
+    make_counts_negative();
+    EXPECT_EQ("Job-1", create());
+    expect_count_and_insert();
+    logged();
   });
 }
 
@@ -192,6 +209,19 @@ TEST_F(ConcreteJobs, NewestRowThatDoesNotCompileReturnsOne) {
   });
 }
 
+TEST_F(ConcreteJobs, RecoveryReturnsOneWhateverSqliteAnswers) {
+  in_new_process([&] {
+    add("'Job-17'");
+    boundary().steps = {{1, SQLITE_BUSY}};
+    EXPECT_EQ(1, set()) << "the count";
+    expect_left_open(1);
+    boundary().fail_prepare = 2;
+    EXPECT_EQ(1, set()) << "the newest row";
+    EXPECT_EQ(Texts({"Job-17"}), rows_of("select InstanceID from concrete_job;"));
+    logged();
+  });
+}
+
 TEST_F(ConcreteJobs, NullIdentifierLeavesTheStatementOpen) {
   in_new_process([&] {
     add("NULL");
@@ -265,6 +295,16 @@ TEST_F(ConcreteJobs, IdentifierIsCopiedInItsWholeWidth) {
     create("Job");
     EXPECT_EQ(std::string(job.InstanceID, 64), std::string(identifier, 64));
     EXPECT_STREQ("Job-2", identifier);
+    logged();
+  });
+}
+
+TEST_F(ConcreteJobs, IdentifierEndsWithZerosWhateverStoodBehindTheBaseName) {
+  in_new_process([&] {
+    std::memset(job.InstanceID, 'x', sizeof(job.InstanceID));
+    std::strcpy(job.InstanceID, "Job");
+    EXPECT_EQ(0, set());
+    EXPECT_EQ("Job-1" + std::string(59, '\0'), std::string(job.InstanceID, 64));
     logged();
   });
 }
@@ -527,6 +567,14 @@ TEST_F(ConcreteJobs, PurgeTakesAPercentSignInAnIdentifierAsADirective) {
   EXPECT_EQ(Lines({execution_failed()}), logged()) << "the first ends in its quotes";
 }
 
+TEST_F(ConcreteJobPurge, GoesOnBehindErrorsThatCannotBeDeleted) {
+  add_to_file("50%-1", 7, 0);
+  add_to_file("Job-2", 7, 0);
+  db_clear_expired_concretejob(1000);
+  EXPECT_EQ(Texts({"50%-1"}), errors());
+  EXPECT_EQ(Lines({execution_failed()}), logged());
+}
+
 TEST_F(ConcreteJobPurge, ErrorsWhoseDeleteCannotBeFormattedStay) {
   add_to_file("Job-1", 7, 0);
   add_to_file("Job-2", 7, 0);
@@ -562,8 +610,11 @@ TEST_F(ConcreteJobPurge, DoesNotWaitForALock) {
 TEST_F(ConcreteJobPurge, IgnoresDeletesThatFail) {
   add_to_file("Job-1", 7, 0);
   sql(file.get(), "begin immediate;");
+  std::vector<int> open;
+  boundary().while_logging = [&open] { open.push_back(boundary().statements_alive); };
   db_clear_expired_concretejob(1000);
   EXPECT_EQ(4u, statements().size());
+  EXPECT_EQ(std::vector<int>({1, 0, 0}), open) << "the select ends before the jobs are deleted";
   EXPECT_EQ(Lines({execution_failed(), execution_failed(), execution_failed()}), logged());
 }
 

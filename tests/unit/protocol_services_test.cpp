@@ -185,6 +185,13 @@ TEST_F(ProtocolService, RequestedStateOfTheNamedServiceIsModified) {
   EXPECT_EQ(Texts({"ssh|1", "teln'et|-3"}), rows());
 }
 
+TEST_F(ProtocolService, NameOfAModificationIsNotCut) {
+  const std::string longer(5000, 'x');
+  sql("update protocol_service set Name = '" + longer + "' where Name = 'ssh';");
+  EXPECT_EQ(0, db_modify_protocol_service_rs(db, 2, longer.c_str()));
+  EXPECT_EQ(Texts({longer + "|2", "teln'et|1"}), rows());
+}
+
 TEST_F(ProtocolService, ModificationOfAServiceThatIsNotThereReturnsZero) {
   EXPECT_EQ(0, db_modify_protocol_service_rs(db, 2, "http"));
   EXPECT_EQ(Texts({"ssh|1", "teln'et|1"}), rows());
@@ -292,6 +299,12 @@ TEST_F(TextRedirection, ModifyingTheSequenceSetsIt) {
   EXPECT_EQ(Texts({"~0", "~'q", "~2"}), sequences());
 }
 
+TEST_F(TextRedirection, ModifyingTheSequenceDoesNotCutIt) {
+  const std::string longer(5000, 'x');
+  EXPECT_EQ(0, db_modify_textSAP(db, longer.c_str()));
+  EXPECT_EQ(Texts({"~0", longer, "~2"}), sequences());
+}
+
 TEST_F(TextRedirection, ModifyingTheSequenceWithoutOneReturnsOneAndAsksNothing) {
   EXPECT_EQ(1, db_modify_textSAP(db, nullptr));
   EXPECT_EQ(Texts(), statements());
@@ -340,6 +353,7 @@ TEST_F(TextRedirection, TerminateSequenceIsTheStoredOne) {
   EXPECT_STREQ("~.", db_get_sesstion_term_seq(db));
   EXPECT_EQ(Texts({"select SessionTerminateSequence from textredirectionsap where Name='TextRedirectionSAP1';"}),
             statements());
+  EXPECT_EQ(std::vector<bool>({true}), boundary().tails);
   expect_left_open(1);
   expect_left_allocated(1);
 }

@@ -149,6 +149,15 @@ TEST_F(RequestedState, GetWithoutAStatementReturnsOne) {
   EXPECT_EQ(Lines({counted(1), trace("Fail to get the record. SQLite stmt is NULL")}), logged());
 }
 
+TEST_F(RequestedState, GetReturnsZeroWhateverTheStepAndFinalizeReturn) {
+  insert(100);
+  boundary().steps = {{2, SQLITE_BUSY}};  // the first is the count's
+  boundary().finalizes = {{2, SQLITE_IOERR}};
+  EXPECT_EQ(0, get());
+  EXPECT_EQ(0, record.RequestedState);
+  EXPECT_EQ(Lines({counted(1)}), logged());
+}
+
 TEST_F(RequestedState, GetReadsANullStateAsZero) {
   insert(100);
   sql("update request_state_change set RequestedState = NULL;");

@@ -349,6 +349,21 @@ TEST_F(Watchdog, GetOfAnUnknownInstanceReturnsZeroAndLeavesTheRecord) {
   EXPECT_EQ(Lines({reading(), missing()}), logged());
 }
 
+TEST_F(Watchdog, GetWhoseStepFailsReturnsZeroAndLeavesTheRecord) {
+  insert_row("dog");
+  boundary().steps = {{1, SQLITE_BUSY}};
+  EXPECT_EQ(0, db_get_pwds_capablities(db, "dog", &record));
+  expect_record_untouched();
+  EXPECT_EQ(Lines({reading(), missing()}), logged());
+}
+
+TEST_F(Watchdog, GetIgnoresTheCodeOfFinalize) {
+  insert_row("dog");
+  boundary().finalizes = {{1, SQLITE_IOERR}};
+  EXPECT_EQ(0, db_get_pwds_capablities(db, "dog", &record));
+  logged();
+}
+
 TEST_F(Watchdog, GetWithoutARecordReturnsOneAndAsksNothing) {
   EXPECT_EQ(1, db_get_pwds_capablities(db, "dog", nullptr));
   EXPECT_EQ(Texts(), statements());
