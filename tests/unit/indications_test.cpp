@@ -235,12 +235,10 @@ TEST_P(Indications, GetFillsAllMembersButTheKeys) {
   insert(200);
   insert(100);
   Bytes record = keys_of(100);
-  const Bytes before = record;
+  Bytes expected = record;
+  for (const Field& each : GetParam().values) put(expected, each, member(sample(100), each));
   EXPECT_EQ(0, get(record));
-  expect_members(100, record.data(), GetParam().values);
-  for (const Field& key : GetParam().keys) {
-    EXPECT_EQ(std::string(&before[key.offset], key.width), std::string(&record[key.offset], key.width)) << key.column;
-  }
+  EXPECT_EQ(expected, record);
   EXPECT_EQ(Texts({select_count(), GetParam().select}), statements());
   EXPECT_EQ(Lines({counted(2)}), logged());
   EXPECT_EQ(0, boundary().allocations);
@@ -292,6 +290,15 @@ TEST_P(Indications, GetOfATableThatCannotBeCountedReturnsOneAndSaysNothing) {
 TEST_P(Indications, GetWithoutAMatchReturnsOneAndLeavesTheRecord) {
   insert(200);
   Bytes record = keys_of(100);
+  EXPECT_EQ(1, get(record));
+  EXPECT_EQ(keys_of(100), record);
+  EXPECT_EQ(Lines({counted(1), trace(GetParam().no_row)}), logged());
+}
+
+TEST_P(Indications, GetWhoseStepFailsReturnsOneAndLeavesTheRecord) {
+  insert(100);
+  Bytes record = keys_of(100);
+  boundary().steps = {{2, SQLITE_BUSY}};  // the first is the count's
   EXPECT_EQ(1, get(record));
   EXPECT_EQ(keys_of(100), record);
   EXPECT_EQ(Lines({counted(1), trace(GetParam().no_row)}), logged());
@@ -349,6 +356,27 @@ TEST_P(Indications, GetAllOfATableThatCannotBeCountedReturnsOne) {
   EXPECT_EQ(1, get_all());
   expect_outs_untouched();
   EXPECT_EQ(Lines({no_such_table(table().name)}), logged());
+}
+
+TEST_P(Indications, GetAllReturnsOneWhateverSqliteAnswers) {
+  insert(100);
+  boundary().finalizes = {{1, SQLITE_IOERR}};
+  EXPECT_EQ(1, get_all()) << "the count";
+  expect_outs_untouched();
+  boundary().fail_prepare = 2;
+  EXPECT_EQ(1, get_all()) << "the rows";
+  EXPECT_EQ(Lines({counted(1), counted(1), error("SQL Compilation error: not an error")}), logged());
+}
+
+TEST_P(Indications, GetAllEndsAtTheFirstStepThatIsNoRow) {
+  insert(100);
+  insert(200);
+  boundary().steps = {{3, SQLITE_BUSY}};  // the first is the count's
+  EXPECT_EQ(0, get_all());
+  EXPECT_EQ(2, count);
+  expect_members(100, records[0], table().fields);
+  EXPECT_EQ(Bytes(table().record_size), Bytes(records[1], records[2]));
+  EXPECT_EQ(Lines({counted(2)}), logged());
 }
 
 TEST_P(Indications, GetAllOfAnEmptyTableLeavesBothOuts) {
@@ -471,12 +499,14 @@ TEST_P(Indications, SetUpdatesTheRowWithTheSameKey) {
 }
 
 TEST_P(Indications, SetThatCannotInsertFailsButForSubscriptions) {
-  sql(drop());
   Lines expected = {execution_failed()};
   if (GetParam().after_failed_insert == 0) expected.push_back(was_set());
-  EXPECT_EQ(GetParam().after_failed_insert, set(sample(100)));
-  EXPECT_EQ(Texts({GetParam().insert}), statements());
-  EXPECT_EQ(expected, logged());
+  for (const int code : {SQLITE_ERROR, SQLITE_BUSY, SQLITE_FULL}) {
+    boundary().execs = {{1, code}};
+    EXPECT_EQ(GetParam().after_failed_insert, set(sample(100))) << code;
+    EXPECT_EQ(Texts({GetParam().insert}), statements());
+    EXPECT_EQ(expected, logged());
+  }
 }
 
 TEST_P(Indications, SetIgnoresUpdatesThatFail) {
@@ -495,10 +525,11 @@ TEST_P(Indications, SetIgnoresUpdatesThatFail) {
 TEST_P(Indications, SetReadsTextsUpToTheirWidthAndQuotesAsTheyAre) {
   Bytes record = sample(100);
   for (const Field& each : texts()) put(record, each, "'" + std::string(each.width - 1, 'x'));
+  record.insert(record.end(), {'x', '\0'});  // what stands behind it is not read
   for (const char* way : {"insert", "update"}) {
     SCOPED_TRACE(way);
     EXPECT_EQ(0, set(record));
-    for (const Field& each : texts()) EXPECT_EQ("'" + std::string(each.width - 1, 'x'), stored(each)) << each.column;
+    for (const Field& each : table().fields) EXPECT_EQ(member(record, each), stored(each)) << each.column;
     for (const Field& each : GetParam().values) sql("update " + table().name + " set " + each.column + " = NULL;");
   }
   EXPECT_EQ("1", value_of("select count(*) from " + table().name + ";"));
@@ -540,6 +571,7 @@ TEST_F(IndicationReferences, ExistingFilterIsPushedIntoItsSubscriptions) {
 TEST_F(IndicationReferences, PushTakesAFilterNameOfTheWholeWidth) {
   indication_filter_rec filter{{}, {}, 1, 2, 4};
   put(filter.Name, std::string(256, 'f'));
+  put(filter.Query, "not read as a part of the name");
   sql("update indication_filter set Name = '" + std::string(256, 'f') +
       "' where Name = 'f2'; update indication_subscription set FilterName = '" + std::string(256, 'f') +
       "' where FilterName = 'f2';");
@@ -606,22 +638,28 @@ TEST_F(IndicationReferences, DeletersReturnOneForANullName) {
   EXPECT_EQ(Texts(), statements());
 }
 
-TEST_F(IndicationReferences, RowThatCannotBeDeletedKeepsItsSubscriptions) {
-  sql("drop table listener_destination; drop table indication_filter;");
+// Deletes fail with any code.
+class FailingDeletes : public IndicationReferences, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(With, FailingDeletes, testing::Values(SQLITE_ERROR, SQLITE_BUSY, SQLITE_FULL));
+
+TEST_P(FailingDeletes, OfARowReturnOneAndKeepItsSubscriptions) {
+  boundary().execs = {{1, GetParam()}, {2, GetParam()}};
   EXPECT_EQ(1, db_delete_listener_destination(db, "d2"));
   EXPECT_EQ(1, db_delete_indication_filter_cimxml(db, "f2"));
   EXPECT_EQ(4u, subscriptions().size());
   EXPECT_EQ(Lines({execution_failed(), execution_failed()}), logged());
 }
 
-TEST_F(IndicationReferences, SubscriptionsThatCannotBeDeletedReturnOne) {
-  sql("drop table indication_subscription;");
+TEST_P(FailingDeletes, OfSubscriptionsReturnOne) {
+  boundary().execs = {{2, GetParam()}, {4, GetParam()}, {5, GetParam()}, {6, GetParam()}};
   EXPECT_EQ(1, db_delete_listener_destination(db, "d2"));
   EXPECT_EQ(1, db_delete_indication_filter_cimxml(db, "f2"));
   EXPECT_EQ(1, db_delete_indication_subscription(db, "f2", "d2"));
   EXPECT_EQ(1, db_delete_indication_subscription_for_filter(db, "f2"));
   EXPECT_EQ(Texts({"d'1"}), destinations());
   EXPECT_EQ(Texts({"f'1"}), filters());
+  EXPECT_EQ(4u, subscriptions().size());
   EXPECT_EQ(Lines(4, execution_failed()), logged());
 }
 
