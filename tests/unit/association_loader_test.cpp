@@ -5,6 +5,7 @@
 #include <cstring>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "qmv/assoc.h"
 #include "support/database_test.h"
@@ -222,6 +223,7 @@ TEST_F(Associations, QueryIsPreparedUnchanged) {
   EXPECT_EQ(1, count);
   EXPECT_EQ(Texts({query}), statements());
   EXPECT_EQ(Texts({"/etc/Association.db"}), boundary().opened);
+  EXPECT_EQ(0, boundary().busy_handlers_installed);
 }
 
 TEST_F(Associations, QueriedOnesTakeTheirNamespaceFromItsColumn) {
@@ -253,18 +255,40 @@ TEST_F(Associations, FilledRecordKeepsTheCountOfListSevenWithoutAListEight) {
   EXPECT_EQ(nullptr, records->List8);
 }
 
-TEST_F(Associations, FilledRecordIsNotClearedFirst) {
-  make("insert into association (e) values (5);");
-  sqlite3_stmt* row = nullptr;
-  ASSERT_EQ(SQLITE_OK, sqlite3_prepare_v2(file.get(), "select * from association;", -1, &row, nullptr));
-  __real_sqlite3_step(row);
+// Records that a row fills in place of other bytes.
+class FilledAssociation : public Associations {
+ protected:
+  FilledAssociation() {
+    std::memset(&expected, 'x', sizeof(expected));
+    std::memset(&record, 'x', sizeof(record));
+  }
+
+  void fill_with(const std::string& row) {
+    make(row);
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(file.get(), "select * from association;", -1, &statement, nullptr);
+    EXPECT_EQ(SQLITE_ROW, __real_sqlite3_step(statement));
+    fill_association_data(statement, &record);
+    EXPECT_EQ(0, std::memcmp(&expected, &record, sizeof(record)));
+    __real_sqlite3_finalize(statement);
+  }
+
+  association_rec expected;
   association_rec record;
-  std::memset(&record, 'x', sizeof(record));
-  association_rec expected = record;
+};
+
+TEST_F(FilledAssociation, IsNotClearedFirst) {
   expected.Flag4 = 5;
-  fill_association_data(row, &record);
-  EXPECT_EQ(0, std::memcmp(&expected, &record, sizeof(record)));
-  __real_sqlite3_finalize(row);
+  fill_with("insert into association (e) values (5);");
+}
+
+TEST_F(FilledAssociation, HasZerosBehindItsTextsAndForANullFlag) {
+  put(expected.ClassName, "A");
+  put(expected.NameSpace, "b");
+  put(expected.Text2, "c");
+  put(expected.Text3, "d");
+  expected.Flag4 = 0;
+  fill_with("insert into association (a, b, c, d) values ('A', 'b', 'c', 'd');");
 }
 
 TEST_F(Associations, QueriedRecordsAreClearedBeforeTheyAreFilled) {
@@ -284,6 +308,15 @@ TEST_F(Associations, QueryWithoutRowsLeavesThePointer) {
   EXPECT_EQ(0, get_association_data(&place, "select * from association;", &count));
   EXPECT_EQ(&untouched, place);
   EXPECT_EQ(0, count);
+}
+
+TEST_F(Associations, QueryEndsAtTheFirstStepThatIsNoRow) {
+  add("1");
+  add("2");
+  boundary().steps = {{2, SQLITE_IOERR}};
+  EXPECT_EQ(0, load("select * from association;"));
+  ASSERT_EQ(1, count);
+  expect_texts("1", *records);
 }
 
 TEST_F(Associations, QueryThatDoesNotCompileIsPrinted) {
@@ -430,13 +463,15 @@ TEST_F(Associations, GlobalStructureCountsListsSevenAndEightApart) {
 }
 
 TEST_F(Associations, GlobalStructureStopsAtTheFirstNull) {
-  make("insert into association (h, i) values ('{}', '{1,,2}');");
+  make("insert into association (h, i) values ('{}', '{1,2,3}');");
   load();
-  EXPECT_EQ(1, records->Count7);
-  EXPECT_EQ(3, records->Count8);
+  EXPECT_EQ(1, records->Count7) << "of one NULL";
+  void* const left = records->List8[2];
+  std::free(std::exchange(records->List8[1], nullptr));
   EXPECT_EQ(0, free_global_structure(records, count));
   records = nullptr;
-  EXPECT_EQ(0u, blocks());
+  ASSERT_EQ(std::set<void*>{left}, boundary().blocks_alive);
+  std::free(left);
 }
 
 struct List {

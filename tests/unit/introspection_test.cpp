@@ -71,6 +71,8 @@ TEST_F(Introspection, RowsOfATableAreCounted) {
 TEST_F(Introspection, TableThatDoesNotExistHasNoRows) {
   EXPECT_EQ(0, get_row_count(db, "t"));
   EXPECT_EQ(0, get_row_count(db, "t; drop"));
+  EXPECT_EQ(0, get_row_count(db, "it's"));
+  EXPECT_EQ("SELECT Count(*) FROM  it''s;", statements().back());
   boundary().fail_text = 1;
   EXPECT_EQ(0, get_row_count(db, "t"));
 }
@@ -87,9 +89,10 @@ TEST_F(Introspection, RowsOfAStatementAreCountedByStepping) {
 TEST_F(Introspection, RowsOfAStatementAreCountedWithoutResettingIt) {
   sqlite3_stmt* statement = nullptr;
   ASSERT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, "select 1 union select 2;", -1, &statement, nullptr));
-  sqlite3_step(statement);
+  boundary().steps = {{2, SQLITE_BUSY}};
+  EXPECT_EQ(1, get_table_count(statement));
+  EXPECT_NE(0, sqlite3_stmt_busy(statement)) << "it stands on the first row";
   EXPECT_EQ(1, get_table_count(statement)) << "the second row";
-  EXPECT_EQ(0, sqlite3_stmt_busy(statement));
   __real_sqlite3_finalize(statement);
 }
 
@@ -183,9 +186,13 @@ TEST_F(Plugins, SelectThatCannotBeFormattedReturnsOne) {
   EXPECT_EQ(0u, boundary().blocks_alive.size());
 }
 
-TEST_F(Plugins, ReadingThatEndsEarlyReturnsOneWithWhatWasRead) {
+class PluginsThatEndEarly : public Plugins, public testing::WithParamInterface<int> {};
+
+INSTANTIATE_TEST_SUITE_P(With, PluginsThatEndEarly, testing::Values(SQLITE_BUSY, SQLITE_IOERR, SQLITE_MISUSE));
+
+TEST_P(PluginsThatEndEarly, ReturnOneWithWhatWasRead) {
   make("insert into association_reg values (1, 2, 3, 4), (5, 6, 7, 8);");
-  boundary().steps = {{4, SQLITE_IOERR}};  // the first two are the count's
+  boundary().steps = {{4, GetParam()}};  // the first two are the count's
   EXPECT_EQ(1, load());
   EXPECT_EQ(2, count);
   ASSERT_NE(nullptr, records.get());
@@ -285,6 +292,15 @@ TEST_F(Introspection, ColumnNamesLeaveTheirStatementOpen) {
 TEST_F(Introspection, ColumnNamesOfATableThatDoesNotExistAreNone) {
   EXPECT_EQ(0, get_names("t"));
   EXPECT_EQ(nullptr, names);
+  expect_left_connected(1, 1);
+  expect_left_allocated(1);
+}
+
+TEST_F(Introspection, ColumnNamesEndAtTheFirstStepThatIsNoRow) {
+  make("create table t (a, b);");
+  boundary().steps = {{2, SQLITE_IOERR}};
+  EXPECT_EQ(0, get_names("t"));
+  EXPECT_EQ(Texts({"a"}), listed());
   expect_left_connected(1, 1);
   expect_left_allocated(1);
 }
@@ -399,6 +415,20 @@ TEST_F(ColumnValues, OfAMissingRowAreEmpty) {
   EXPECT_STREQ("", value);
   EXPECT_EQ("SELECT a FROM  t WHERE ROWID=7;", statements()[0]);
   EXPECT_TRUE(can_be_written());
+  expect_left_connected(1, 1);
+}
+
+TEST_F(ColumnValues, OfANegativeRowAreReadToo) {
+  make("insert into t (rowid, a) values (-1, 'negative');");
+  EXPECT_EQ(0, get_value("a", "t", -1));
+  EXPECT_STREQ("negative", value);
+  expect_left_connected(1, 1);
+}
+
+TEST_F(ColumnValues, WhoseStepFailsAreEmpty) {
+  boundary().steps = {{1, SQLITE_IOERR}};
+  EXPECT_EQ(0, get_value("a"));
+  EXPECT_STREQ("", value);
   expect_left_connected(1, 1);
 }
 
