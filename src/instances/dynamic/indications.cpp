@@ -30,6 +30,7 @@ using Record = listener_destination_rec;
 constexpr auto kColumns = columns<Record>(QMV_COLUMN(Name), QMV_COLUMN(Destination));
 constexpr auto kValues = columns<Record>(QMV_COLUMN_AT(1, Destination));
 
+// QUIRK: One message misspells the listener. Test: Indications.GetWithoutAStatementReturnsOne.
 constexpr GetOne kGetOne = {
     .select = "select * from %q where Name='%.256q';",
     .no_statement = "[%s:%d]Fail to get ListsnerDestination record. SQLite stmt is NULL",
@@ -202,6 +203,7 @@ std::int32_t db_set_indication_filter_cimxml(sqlite3* db, const indication_filte
   } else if (code != SQLITE_OK) {
     return kFailure;
   }
+  // QUIRK: It says what the set of a destination says. Test: Indications.SetInsertsEveryMemberUnderItsColumn.
   trace(site, Message("[%s:%d]Successfully updated the Listener destination record"));
   return kOk;
 }
