@@ -1,0 +1,27 @@
+// Reads and writes of every family that leave nothing behind, for tests that keep the library busy.
+#ifndef QMV_TESTS_PROCESSES_TRAFFIC_H
+#define QMV_TESTS_PROCESSES_TRAFFIC_H
+
+#include <sqlite3.h>
+
+#include <span>
+
+namespace qmv::test {
+
+// Calls one function, with records, texts and numbers that all consist of a digit, and checks what comes back. The
+// process' part of the file says that digit only.
+using Call = void (*)(sqlite3* db, char digit);
+
+// Writes insert and update; reads want each write to have been called.
+std::span<const Call> writes();
+std::span<const Call> reads();
+
+// Reads of functions that open a file themselves, and so do not wait for locks.
+std::span<const Call> reads_by_path();
+
+// Puts the rows that reads need and no write makes into the fixed files.
+void make_rows();
+
+}  // namespace qmv::test
+
+#endif
