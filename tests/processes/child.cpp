@@ -16,7 +16,8 @@ namespace {
 
 constexpr int kSkipped = 77;
 
-[[noreturn]] void run(const std::function<void()>& part) {
+// An exception ends the process: the test that it is a part of goes on in the parent only.
+[[noreturn]] void run(const std::function<void()>& part) noexcept {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   alarm(static_cast<unsigned>(amount(240, 1800)));
   part();

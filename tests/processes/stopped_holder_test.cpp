@@ -3,7 +3,6 @@
 #include <atomic>
 #include <chrono>
 #include <csignal>
-#include <span>
 #include <thread>
 #include <vector>
 
@@ -44,6 +43,8 @@ class StoppedHolderTest : public ProcessesTest {
     std::atomic<double> seconds = 0;
   };
 
+  Wait& wait_of(int who) const { return (*waits)[static_cast<std::size_t>(who)]; }
+
   // Half of the processes read, half write. It is the first call that waits.
   static void read() { EXPECT_EQ(kRows - 1, stored_number(Connection(), "holder, row 9")) << "what the holder stored"; }
 
@@ -53,16 +54,18 @@ class StoppedHolderTest : public ProcessesTest {
   }
 
   void wait(int who) const {
-    Wait& wait = (*waits)[static_cast<std::size_t>(who)];
+    Wait& wait = wait_of(who);
     count_busy_traces_in(wait.traces);
     const auto start = std::chrono::steady_clock::now();
     who % 2 == 0 ? read() : write(who);
     wait.seconds = Seconds(std::chrono::steady_clock::now() - start).count();
   }
 
-  // They wait by now.
+  // Until the child waits; a minute is more than it needs.
   static void wait_for_a_trace(const std::atomic<int>& traces, const Child& child) {
-    while (traces == 0 && child.is_running()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (traces == 0 && child.is_running() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+    EXPECT_GT(traces, 0);
   }
 
   const Shared<std::array<Wait, kMostWaiting>> waits;
@@ -75,18 +78,21 @@ TEST_F(StoppedHolderTest, DelaysTheOthersWhoTraceEveryTwoSecondsAndLoseNothing) 
   holder.wait_until_stopped();
   std::vector<Child> children;
   for (int who = 0; who < waiting; ++who) children.emplace_back([this, who] { wait(who); });
-  for (std::size_t who = 0; who < children.size(); ++who) wait_for_a_trace((*waits)[who].traces, children[who]);
+  for (int who = 0; who < waiting; ++who)
+    wait_for_a_trace(wait_of(who).traces, children[static_cast<std::size_t>(who)]);
   std::this_thread::sleep_for(std::chrono::seconds(held_seconds));
   for (const Child& child : children) EXPECT_TRUE(child.is_running());
   holder.go_on();
   holder.wait_for_end();
   for (Child& child : children) child.wait_for_end();
 
-  for (const Wait& wait : std::span(*waits).first(static_cast<std::size_t>(waiting))) {
+  for (int who = 0; who < waiting; ++who) {
+    const Wait& wait = wait_of(who);
     EXPECT_LE(2 * wait.traces, wait.seconds) << "more than one trace in two seconds";
     EXPECT_GE(4 * wait.traces, wait.seconds) << "not even one trace in four seconds";
-    figure("stopped_holder.waited_seconds", wait.seconds);
-    figure("stopped_holder.busy_traces", wait.traces);
+    const std::string name = "stopped_holder.waiting_" + std::to_string(who);
+    figure(name + ".seconds", wait.seconds);
+    figure(name + ".busy_traces", wait.traces);
   }
   const Connection db;
   const int rows = number_of(db, "select count(*) from compact_sdr");

@@ -8,8 +8,8 @@
 
 namespace qmv::test {
 
-// Calls one function, with records, texts and numbers that all consist of a digit, and checks what comes back. The
-// process' part of the file says that digit only.
+// Calls one function, with records, texts and numbers that all consist of a digit, and checks that nothing made of another
+// digit comes back.
 using Call = void (*)(sqlite3* db, char digit);
 
 // Writes insert and update; reads want each write to have been called.
