@@ -124,6 +124,15 @@ class CompactSdr : public SensorTest {
   CompactSdr() : SensorTest(compact_sensors()) {}
 };
 
+TEST_F(CompactSdr, QuoteInAKeyIsDoubled) {
+  compact_sdr_rec* record = nullptr;
+  EXPECT_EQ(1, db_get_compact_sdr_info(db, 1, "o'clock", 2, 3, &record));
+  EXPECT_EQ(Texts({"select * from compact_sdr where SensorNum='1' and \t\t\t\tDeviceID='o''clock' and OwnerLUN='2' and "
+                   "OwnerID='3';"}),
+            statements());
+  logged();
+}
+
 TEST_F(CompactSdr, TableHas45Columns) {
   EXPECT_EQ(45u, table_.fields.size());
 }

@@ -55,17 +55,17 @@ class Fru : public DatabaseTest {
   }
 
   static fru_rec sample() {
-    fru_rec record{1, 2, 3, 4, 5, 6, 7, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}};
+    fru_rec record{-1, -2, -3, -4, -5, -6, -7, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}};
     put(record.DevIdStr, "a'h");
-    put(record.ChassisSerNumber, "i");
-    put(record.ChassisPartNumber, "j");
-    put(record.ChassisCustFields, "k");
-    put(record.ProdSerNumber, "l");
-    put(record.ProdPartNumber, "m");
-    put(record.ProdMfrName, "n");
-    put(record.BrdSerNumber, "o");
-    put(record.BrdPartNumber, "p");
-    put(record.BrdMfrName, "q");
+    put(record.ChassisSerNumber, "i'");
+    put(record.ChassisPartNumber, "j'");
+    put(record.ChassisCustFields, "k'");
+    put(record.ProdSerNumber, "l'");
+    put(record.ProdPartNumber, "m'");
+    put(record.ProdMfrName, "n'");
+    put(record.BrdSerNumber, "o'");
+    put(record.BrdPartNumber, "p'");
+    put(record.BrdMfrName, "q'");
     return record;
   }
 };
@@ -181,13 +181,13 @@ TEST_F(Fru, SetInsertsEveryFieldUnderItsColumn) {
   const fru_rec record = sample();
   EXPECT_EQ(0, db_set_fru_info(db, &record));
   EXPECT_EQ(
-      Texts(
-          {"insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
-           "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
-           "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (1, 2, 3, 4, 5, 6, "
-           "7, 'a''h', 'i', 'j', 'k', 'l', 'm', \t\t\t'n', 'o', 'p', 'q');"}),
+      Texts({"insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, EntityID, EntityInst, "
+             "IDStrLen, DevIdStr, ChassisSerNumber,\t\t\tChassisPartNumber, ChassisCustFields, ProdSerNumber, "
+             "ProdPartNumber,\t\t\tProdMfrName, BrdSerNumber, BrdPartNumber, BrdMfrName) \t\t\tvalues (-1, -2, -3, -4, "
+             "-5, -6, "
+             "-7, 'a''h', 'i''', 'j''', 'k''', 'l''', 'm''', \t\t\t'n''', 'o''', 'p''', 'q''');"}),
       statements());
-  EXPECT_EQ("1|2|3|4|5|6|7|a'h|i|j|k|l|m|n|o|p|q", value_of("select * from fru;"));
+  EXPECT_EQ("-1|-2|-3|-4|-5|-6|-7|a'h|i'|j'|k'|l'|m'|n'|o'|p'|q'", value_of("select * from fru;"));
   EXPECT_EQ(Lines({trace("Successfully update the FRU record")}), logged());
 }
 
@@ -196,14 +196,16 @@ TEST_F(Fru, SetOnAnExistingKeyKeepsTheRow) {
   db_set_fru_info(db, &record);
   logged();
   statements();
-  put(record.BrdMfrName, "changed");
+  put(record.BrdMfrName, "it's changed");
   EXPECT_EQ(0, db_set_fru_info(db, &record));
-  EXPECT_EQ("q", value_of("select BrdMfrName from fru;"));
+  EXPECT_EQ("q'", value_of("select BrdMfrName from fru;"));
   EXPECT_EQ(
-      "update fru set FruIDSlaveAddr=1, DeviceAccessAddr=2, LUNBusID=3, ChannelNumber=4, EntityID=5, EntityInst=6, "
-      "IDStrLen=7, DevIdStr='a''h', ChassisSerNumber='i', ChassisPartNumber='j', ChassisCustFields='k', "
-      "ProdSerNumber='l', ProdPartNumber='m' ,\t\t\tProdMfrName='n', BrdSerNumber='o', BrdPartNumber='p', "
-      "BrdMfrName='changed' where FruIDSlaveAddr=1 and DeviceAccessAddr=2, \t\t\tLUNBusID=3 and ChannelNumber=4 ;",
+      "update fru set FruIDSlaveAddr=-1, DeviceAccessAddr=-2, LUNBusID=-3, ChannelNumber=-4, EntityID=-5, "
+      "EntityInst=-6, "
+      "IDStrLen=-7, DevIdStr='a''h', ChassisSerNumber='i''', ChassisPartNumber='j''', ChassisCustFields='k''', "
+      "ProdSerNumber='l''', ProdPartNumber='m''' ,\t\t\tProdMfrName='n''', BrdSerNumber='o''', BrdPartNumber='p''', "
+      "BrdMfrName='it''s changed' where FruIDSlaveAddr=-1 and DeviceAccessAddr=-2, \t\t\tLUNBusID=-3 and "
+      "ChannelNumber=-4 ;",
       statements().back());
   EXPECT_EQ(Lines({execution_failed(), trace("FRU record is already present with that key"), execution_failed(),
                    trace("Successfully update the FRU record")}),
@@ -221,7 +223,7 @@ TEST_F(Fru, SetReadsAFullTextFieldNoFurtherThanItsWidth) {
   fru_rec record = sample();
   put(record.DevIdStr, std::string(256, 'x'));
   EXPECT_EQ(0, db_set_fru_info(db, &record));
-  EXPECT_EQ(std::string(256, 'x') + "|i", value_of("select DevIdStr, ChassisSerNumber from fru;"));
+  EXPECT_EQ(std::string(256, 'x') + "|i'", value_of("select DevIdStr, ChassisSerNumber from fru;"));
   logged();
 }
 

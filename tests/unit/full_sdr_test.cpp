@@ -149,6 +149,15 @@ class FullSdr : public SensorTest {
   std::int32_t record_id = -1;
 };
 
+TEST_F(FullSdr, QuoteInAKeyIsDoubled) {
+  full_sdr_rec* record = nullptr;
+  EXPECT_EQ(1, db_get_full_sdr_info(db, 1, "o'clock", 2, 3, &record));
+  EXPECT_EQ(Texts({"select * from full_sdr where SensorNum='1' and \t\t\t\tDeviceID='o''clock' and OwnerLUN='2' and "
+                   "OwnerID='3';"}),
+            statements());
+  logged();
+}
+
 TEST_F(FullSdr, TableHas63Columns) {
   EXPECT_EQ(63u, table_.fields.size());
 }

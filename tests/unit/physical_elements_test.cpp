@@ -363,6 +363,17 @@ TEST_F(PhysicalElements, EqualTypeCheckWithoutARowLeavesTheStatementOpen) {
   expect_left_open(1);
 }
 
+TEST_F(PhysicalElements, ChecksTakeNumbersBelowZero) {
+  EXPECT_EQ(1, equals(-3, -1));
+  EXPECT_EQ(1, differs(-3, -1));
+  const Texts given = statements();
+  EXPECT_EQ(2u, given.size());
+  for (const std::string& statement : given)
+    EXPECT_NE(std::string::npos, statement.find("EntityID == -3 ")) << statement;
+  expect_left_open(1);
+  logged();
+}
+
 TEST_F(PhysicalElements, EqualTypeCheckDoesNotLookAtTheCodeOfFinalize) {
   boundary().finalizes = {{1, SQLITE_IOERR}, {2, SQLITE_IOERR}};
   EXPECT_EQ(0, equals(3, 1));
