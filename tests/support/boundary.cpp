@@ -77,6 +77,7 @@ __attribute__((format(printf, 3, 0))) void record(int expected_level, int level,
                                                   va_list arguments) {
   boundary().while_logging();
   EXPECT_EQ(expected_level, level) << "each function has one level";
+  boundary().formats.insert(format);
   va_list copy;
   va_copy(copy, arguments);
   const std::string module = va_arg(copy, const char*);
@@ -88,6 +89,12 @@ __attribute__((format(printf, 3, 0))) void record(int expected_level, int level,
   const std::string site = "[" + module + ":" + std::to_string(line) + "]";
   const std::string text = whole;
   boundary().log.push_back({level, module, text.rfind(site, 0) == 0 ? text.substr(site.size()) : text, line});
+}
+
+// Keeps a statement that SQLite was given.
+void given(const std::string& statement) {
+  boundary().statements.push_back(statement);
+  boundary().all_statements += statement + '\n';
 }
 
 }  // namespace
@@ -196,6 +203,7 @@ int __wrap_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* c
 }
 
 char* __wrap_sqlite3_vmprintf(const char* format, va_list arguments) {
+  boundary().formats.insert(format);
   if (qmv::test::due(boundary().fail_text)) return nullptr;
   char* text = __real_sqlite3_vmprintf(format, arguments);
   if (text != nullptr) boundary().texts_alive.insert(text);
@@ -217,7 +225,7 @@ void __wrap_sqlite3_free(void* memory) {
 
 int __wrap_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context,
                         char** error) {
-  boundary().statements.emplace_back(text == nullptr ? "(null)" : text);
+  qmv::test::given(text == nullptr ? "(null)" : text);
   int code = 0;
   if (qmv::test::take(boundary().execs, code)) return code;
   code = __real_sqlite3_exec(db, text, row, context, error);
@@ -226,7 +234,7 @@ int __wrap_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, ch
 }
 
 int __wrap_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_stmt** statement, const char** tail) {
-  boundary().statements.emplace_back(text == nullptr ? "(null)" : std::string(text, static_cast<std::size_t>(length)));
+  qmv::test::given(text == nullptr ? "(null)" : std::string(text, static_cast<std::size_t>(length)));
   boundary().tails.push_back(tail != nullptr);
   if (boundary().change && boundary().statements.back().rfind(boundary().change_before, 0) == 0) {
     std::exchange(boundary().change, nullptr)();

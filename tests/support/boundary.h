@@ -44,6 +44,8 @@ struct Boundary {
   std::set<sqlite3*> connections_alive;  // opened and not closed
   std::set<void*> blocks_alive;          // allocated and not released
   int allocations = 0;
+  std::set<const char*> formats;  // every text that the host or SQLite was given as a format
+  std::string all_statements;     // as statements, which a test may have taken out
 
   std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
   int fail_allocation = 0;
