@@ -60,7 +60,7 @@ using StoredForms = Row<decltype(stored(Forms))...>;
 template <class First, class... Others>
 constexpr void store(Row<First, Others...>& row, std::size_t end, std::size_t list_size,
                      Texts<StoreTexts::kRoom>& texts, const auto& form, const auto&... others) {
-  static_assert(alignof(First) == alignof(Layout) && sizeof(First) % alignof(First) == 0);
+  static_assert(alignof(First) == alignof(Layout));
   row.first = form.stored(StoreTexts{texts, end + list_size}, LayoutDistance{static_cast<std::uint16_t>(end)});
   if constexpr (sizeof...(others) != 0) store(row.others, end - sizeof(First), list_size, texts, others...);
 }
