@@ -20,28 +20,48 @@ struct Material {
   char fill = 'k';          // every byte of a record that the caller brings, which ends at the end of a page
 };
 
+// What became of a pointer to a pointer.
+enum class Handed { kNothing, kNull, kBlock };
+
+// What stands in a number that a call is to write.
+constexpr std::int32_t kUntouched = -1;
+
 // What came back. Blocks that the library handed out are released already.
 struct Answer {
-  std::optional<std::int32_t> status;  // of functions that return one
-  bool handed_out = false;             // a block came through a pointer to a pointer
+  std::optional<std::int32_t> status = {};  // or what else a function returns as a number
+  std::optional<std::int32_t> number = {};  // that came back through a pointer
+  Handed handed = Handed::kNothing;
+  std::string content = {};  // of the outs, byte for byte
 
   bool operator==(const Answer&) const = default;
 };
 
+// The shapes of include/qmv.h. Both get-ones have one: they differ in who owns the record.
+enum class Shape { kCount, kGetAll, kGetOne, kSet, kExecute, kOther };
+
 struct Call {
   std::string name;
+  Shape shape;
   std::function<Answer(sqlite3* db, const Material& material)> run;
+  Material material = {};
+  bool remembers = false;  // what it does depends on earlier calls of the same process
 };
 
-inline void PrintTo(const Call& call, std::ostream* out) {
-  *out << call.name;
-}
+void PrintTo(const Call& call, std::ostream* out);
 
-// All exported functions. Those that open files of their own do so by the fixed names; "/tmp/cim.db" stands for any file.
+// All exported functions, with what they need to do all that they can. Those that open files of their own do so by the
+// fixed names.
 const std::vector<Call>& calls();
 
-// Makes every table of every schema in one database, with the rows that calls of the plain material find.
-void make_tables_with_rows(sqlite3* db);
+// The same, and each set once more with a record whose key has no row: the others update, these insert.
+std::vector<Call> calls_and_inserts();
+
+// Those of one shape, and those that remember.
+std::vector<Call> calls_of(Shape shape);
+std::vector<Call> calls_that_remember();
+
+// The functions that are not called with arguments made of their parameters' types alone.
+std::vector<Call> calls_by_hand();
 
 }  // namespace qmv::test
 
