@@ -28,27 +28,36 @@ class FileFault : public Torture {
   sqlite3* db() override { return connection_; }
   std::string file() const override { return Torture::file().empty() ? "all.db" : Torture::file(); }
 
-  void expect_survived(Use operation, bool stays) {
+  // Fails every use of that kind, once and from then on.
+  void expect_survived(Use use) {
     alone([&] {
       const Trial healthy = learned();
-      for (int nth = 1; !HasFailure(); ++nth) {
-        SCOPED_TRACE("use " + std::to_string(nth) + (stays ? " and all behind it" : ""));
-        const Trial trial = tried([&] { failing(operation) = {nth, stays}; });
-        if (trial.failed == 0) {
-          EXPECT_TRUE(nth > 1 || !writes()) << "there is no such use";
-          return;
-        }
-        expect_possible(GetParam(), healthy, trial, kFileCodes);
-        EXPECT_EQ(Texts({"ok"}), rows(store(), "pragma integrity_check;"));
-        expect_whole_statements();
-        put_back();
-        expect_works_as(healthy);
-        put_back();
+      for (const bool stays : {false, true}) {
+        int nth = 1;
+        while (!HasFailure() && probe(healthy, use, {nth, stays})) ++nth;
+        EXPECT_TRUE(nth > 1 || !writes()) << "a writer makes such uses";
       }
     });
   }
 
  private:
+  // Whether the use is made.
+  bool probe(const Trial& healthy, Use use, const Failing& fault) {
+    SCOPED_TRACE("use " + std::to_string(fault.nth) + (fault.stays ? " and all behind it" : ""));
+    const Trial trial = tried([&] { failing(use) = fault; });
+    if (trial.failed == 0) {
+      put_back();
+      return false;
+    }
+    expect_possible(GetParam(), healthy, trial, kFileCodes);
+    EXPECT_EQ(Texts({"ok"}), rows(store(), "pragma integrity_check;"));
+    expect_whole_statements();
+    put_back();
+    expect_works_as(healthy);
+    put_back();
+    return true;
+  }
+
   sqlite3* connection_ = nullptr;
 };
 
@@ -68,23 +77,28 @@ std::vector<Call> calls_on_files() {
 
 INSTANTIATE_TEST_SUITE_P(Each, FileFault, testing::ValuesIn(calls_on_files()), name_of);
 
-TEST_P(FileFault, OfOpen) {
-  for (const bool stays : {false, true}) expect_survived(Use::kOpen, stays);
+TEST_P(FileFault, OfOpenIsSurvived) {
+  expect_survived(Use::kOpen);
 }
-TEST_P(FileFault, OfRead) {
-  for (const bool stays : {false, true}) expect_survived(Use::kRead, stays);
+
+TEST_P(FileFault, OfReadIsSurvived) {
+  expect_survived(Use::kRead);
 }
-TEST_P(FileFault, OfWrite) {
-  for (const bool stays : {false, true}) expect_survived(Use::kWrite, stays);
+
+TEST_P(FileFault, OfWriteIsSurvived) {
+  expect_survived(Use::kWrite);
 }
-TEST_P(FileFault, OfSync) {
-  for (const bool stays : {false, true}) expect_survived(Use::kSync, stays);
+
+TEST_P(FileFault, OfSyncIsSurvived) {
+  expect_survived(Use::kSync);
 }
-TEST_P(FileFault, OfLock) {
-  for (const bool stays : {false, true}) expect_survived(Use::kLock, stays);
+
+TEST_P(FileFault, OfLockIsSurvived) {
+  expect_survived(Use::kLock);
 }
-TEST_P(FileFault, OfDelete) {
-  for (const bool stays : {false, true}) expect_survived(Use::kDelete, stays);
+
+TEST_P(FileFault, OfDeleteIsSurvived) {
+  expect_survived(Use::kDelete);
 }
 
 }  // namespace

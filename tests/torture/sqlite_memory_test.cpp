@@ -1,5 +1,6 @@
-// Every allocation of SQLite's own fails, once and from then on, in every function.
-#include <algorithm>
+// Every allocation of SQLite's own fails, once and from then on, in every function; every seventh in the short form.
+#include <set>
+#include <string>
 
 #include "torture/ends.h"
 #include "torture/failing.h"
@@ -8,7 +9,7 @@
 namespace qmv::test {
 namespace {
 
-constexpr int kStride = 7;  // of the short form
+constexpr int kStride = 7;
 
 class SqliteMemoryFault : public Torture {
  protected:

@@ -57,7 +57,7 @@ class Torture : public testing::TestWithParam<Call> {
   Trial tried(const std::function<void()>& faults);
   Trial tried();
 
-  // What a test does, in a process of its own where the call remembers earlier ones.
+  // What a test does; where the call remembers earlier ones, in a process of its own and behind a first call.
   void alone(const std::function<void()>& test);
 
   // Everything as it was in the beginning.
