@@ -1,0 +1,18 @@
+// What the library allocates, taken over at link time: every block ends at the end of a page, with a page behind it
+// that nobody may touch, on machines without an address sanitizer too.
+#ifndef QMV_TESTS_HOSTILE_GUARDED_BLOCKS_H
+#define QMV_TESTS_HOSTILE_GUARDED_BLOCKS_H
+
+#include <cstddef>
+
+namespace qmv::test {
+
+// Blocks that were handed out and not released.
+std::size_t blocks_alive();
+
+// Blocks that were not handed out since there is no address space for them.
+std::size_t blocks_refused();
+
+}  // namespace qmv::test
+
+#endif
