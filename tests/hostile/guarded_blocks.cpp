@@ -52,6 +52,11 @@ std::size_t blocks_alive() {
   return blocks().size();
 }
 
+void release_blocks() {
+  for (const auto& [block, where] : blocks()) munmap(where.pages, where.mapped);
+  blocks().clear();
+}
+
 std::size_t blocks_refused() {
   return refused;
 }

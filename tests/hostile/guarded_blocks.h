@@ -7,8 +7,9 @@
 
 namespace qmv::test {
 
-// Blocks that were handed out and not released.
+// Blocks that were handed out and not released. Those of a test that loses some are released here.
 std::size_t blocks_alive();
+void release_blocks();
 
 // Blocks that were not handed out since there is no address space for them.
 std::size_t blocks_refused();
