@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -79,7 +80,10 @@ class Argument<std::int32_t*> {
 template <class Record>
 class Argument<Record*> {
  public:
-  explicit Argument(const Source& source) : record_(sizeof(Record), source.material.fill) {}
+  explicit Argument(const Source& source) : record_(sizeof(Record), source.material.fill) {
+    const std::string& bytes = source.material.bytes;
+    std::copy_n(bytes.data(), std::min(bytes.size(), sizeof(Record)), record_.bytes());
+  }
   Record* get() { return reinterpret_cast<Record*>(record_.bytes()); }
   void report_number(Answer&) const {}
   void report(Answer& answer) const { answer.content.append(record_.bytes(), sizeof(Record)); }

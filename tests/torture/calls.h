@@ -17,7 +17,8 @@ namespace qmv::test {
 struct Material {
   std::string text = "k";   // every text
   std::int32_t number = 3;  // every number
-  char fill = 'k';          // every byte of a record that the caller brings, which ends at the end of a page
+  char fill = 'k';          // every byte of a record that the caller brings, which ends at the end of a page,
+  std::string bytes = {};   // but those with which it begins
 };
 
 // What became of a pointer to a pointer.
