@@ -55,7 +55,9 @@ Table textredirectionservice() {
 Table textredirectionsap() {
   using Record = textredirectionsap_rec;
   const auto set = [](sqlite3* db, const Record* record) {
-    return db_set_text_sap(db, record) + db_modify_textSAP(db, record->SessionTerminateSequence);
+    const auto& sequence = record->SessionTerminateSequence;  // a text of its own, which ends with a zero
+    return db_set_text_sap(db, record) +
+           db_modify_textSAP(db, std::string(sequence, strnlen(sequence, sizeof(sequence))).c_str());
   };
   return {"cim",
           "textredirectionsap",
@@ -137,9 +139,9 @@ Table request_state_change() {
           {FIELD(ClassName), FIELD(RequestedState), FIELD(KeyProperty), FIELD(KeyValue)},
           {SET(db_set_req_state_change)},
           {reader_into<Record>("db_get_req_state_change", [](sqlite3* db, const Row& row, Record* to) {
-            std::strcpy(to->ClassName, row.at("ClassName"));
-            std::strcpy(to->KeyProperty, row.at("KeyProperty"));
-            std::strcpy(to->KeyValue, row.at("KeyValue"));
+            put_text(to->ClassName, row.at("ClassName").text);
+            put_text(to->KeyProperty, row.at("KeyProperty").text);
+            put_text(to->KeyValue, row.at("KeyValue").text);
             return db_get_req_state_change(db, to);
           })}};
 }
@@ -153,7 +155,7 @@ Table listener_destination() {
           {SET(db_set_listener_destination)},
           {ALL_ARRAY_FIRST(db_get_all_listener_destination),
            reader_into<Record>("db_get_listener_destination", [](sqlite3* db, const Row& row, Record* to) {
-             std::strcpy(to->Name, row.at("Name"));
+             put_text(to->Name, row.at("Name").text);
              return db_get_listener_destination(db, to);
            })}};
 }
@@ -167,7 +169,7 @@ Table indication_filter() {
           {SET(db_set_indication_filter_cimxml)},
           {ALL_ARRAY_FIRST(db_get_all_indication_filter_cimxml),
            reader_into<Record>("db_get_indication_filter_cimxml", [](sqlite3* db, const Row& row, Record* to) {
-             std::strcpy(to->Name, row.at("Name"));
+             put_text(to->Name, row.at("Name").text);
              return db_get_indication_filter_cimxml(db, to);
            })}};
 }
@@ -182,8 +184,8 @@ Table indication_subscription() {
       {SET(db_set_indication_subscription)},
       {ALL_ARRAY_FIRST(db_get_all_indication_subscription),
        reader_into<Record>("db_get_indication_subscription", [](sqlite3* db, const Row& row, Record* to) {
-         std::strcpy(to->DestName, row.at("DestName"));
-         std::strcpy(to->FilterName, row.at("FilterName"));
+         put_text(to->DestName, row.at("DestName").text);
+         put_text(to->FilterName, row.at("FilterName").text);
          return db_get_indication_subscription(db, to);
        })}};
 }

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "qmv.h"
+#include "torture/guarded.h"
 
 namespace qmv::test {
 
@@ -84,6 +85,13 @@ std::vector<Table> service_tables();
 std::vector<Table> job_tables();
 std::vector<Table> association_tables();
 
+// Fills a text of a caller's record, zeros behind it.
+template <std::size_t Width>
+void put_text(char (&field)[Width], const std::string& text) {
+  std::memset(field, 0, Width);
+  std::memcpy(field, text.data(), std::min(text.size(), Width));
+}
+
 template <class Record>
 Bytes bytes_of(const Record& record) {
   Bytes bytes(sizeof(Record));
@@ -91,14 +99,15 @@ Bytes bytes_of(const Record& record) {
   return bytes;
 }
 
-// A setter: call(db, &record).
+// A setter: call(db, &record). The record ends at the end of a page, as those below do.
 template <class Record>
 Setter setter(const std::string& name, auto call) {
   return {name, [call, name](sqlite3* db, Bytes& bytes) {
-            Record record{};
-            std::memcpy(&record, bytes.data(), std::min(bytes.size(), sizeof(Record)));
-            EXPECT_EQ(0, call(db, &record)) << name;
-            bytes = bytes_of(record);
+            const Guarded memory(sizeof(Record), 0);
+            auto* const record = reinterpret_cast<Record*>(memory.bytes());
+            std::memcpy(record, bytes.data(), std::min(bytes.size(), sizeof(Record)));
+            EXPECT_EQ(0, call(db, record)) << name;
+            bytes = bytes_of(*record);
           }};
 }
 
@@ -124,13 +133,14 @@ Reader reader_of_new(const std::string& name, auto call) {
           }};
 }
 
-// A reader into the caller's record: call(db, row, &record).
+// A reader into the caller's record, which was used before: call(db, row, &record).
 template <class Record>
 Reader reader_into(const std::string& name, auto call) {
   return {name, [call, name](sqlite3* db, const Row& row) {
-            Record record{};
-            EXPECT_EQ(0, call(db, row, &record)) << name;
-            return bytes_of(record);
+            const Guarded memory(sizeof(Record), '?');
+            auto* const record = reinterpret_cast<Record*>(memory.bytes());
+            EXPECT_EQ(0, call(db, row, record)) << name;
+            return bytes_of(*record);
           }};
 }
 

@@ -45,7 +45,10 @@ bool take(Faults& faults, int& code) {
 template <class Allocate>
 void* allocated(Allocate allocate) {
   ++boundary().allocations;
-  if (due(boundary().fail_allocation)) return nullptr;
+  if (due(boundary().fail_allocation)) {
+    if (boundary().allocations_stay_failing) boundary().fail_allocation = 1;
+    return nullptr;
+  }
   void* const block = allocate();
   boundary().blocks_alive.insert(block);
   return block;
@@ -138,9 +141,7 @@ void HTRC_LINUXAPP_Runtime_DbgOut(int level, const char* format, ...) {
 }
 
 void* __real_calloc(std::size_t count, std::size_t size);
-void* __real_malloc(std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
-void __real_free(void* block);
 std::FILE* __real_fopen(const char* path, const char* mode);
 char* __real_sqlite3_vmprintf(const char* format, va_list arguments);
 void __real_sqlite3_free(void* memory);
@@ -179,9 +180,11 @@ unsigned __wrap_sleep(unsigned seconds) {
 
 int __wrap_sqlite3_open(const char* path, sqlite3** db) {
   boundary().opened.emplace_back(path);
-  const int code = __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
+  int code = __real_sqlite3_open(qmv::test::redirected(path).c_str(), db);
+  qmv::test::take(boundary().opens, code);
+  if (code == SQLITE_NOMEM) __real_sqlite3_close(std::exchange(*db, nullptr));
   boundary().last_opened = *db;
-  boundary().connections_alive.insert(*db);
+  if (*db != nullptr) boundary().connections_alive.insert(*db);
   return code;
 }
 
@@ -239,12 +242,10 @@ int __wrap_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_st
   if (boundary().change && boundary().statements.back().rfind(boundary().change_before, 0) == 0) {
     std::exchange(boundary().change, nullptr)();
   }
-  if (qmv::test::due(boundary().fail_prepare)) return SQLITE_INTERNAL;
-  if (qmv::test::due(boundary().miss_statement)) {
-    *statement = nullptr;
-    return SQLITE_OK;
-  }
-  const int code = __real_sqlite3_prepare(db, text, length, statement, tail);
+  *statement = nullptr;
+  int code = SQLITE_OK;
+  if (qmv::test::take(boundary().prepares, code) || qmv::test::due(boundary().miss_statement)) return code;
+  code = __real_sqlite3_prepare(db, text, length, statement, tail);
   if (code == SQLITE_OK && *statement != nullptr) ++boundary().statements_alive;
   return code;
 }

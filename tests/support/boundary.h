@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <set>
@@ -26,7 +27,8 @@ struct LogLine {
 };
 void PrintTo(const LogLine& line, std::ostream* out);
 
-// Answers of chosen calls: the n-th call from now on gets the code in place of being made.
+// Answers of chosen calls: the n-th call from now on gets the code in place of being made. A failing open hands out a
+// connection that is to be closed, as SQLite's does, except without memory.
 using Faults = std::map<int, int>;
 
 struct Boundary {
@@ -49,10 +51,10 @@ struct Boundary {
 
   std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
   int fail_allocation = 0;
+  bool allocations_stay_failing = false;  // the one that fails, and all behind it
   int fail_text = 0;
   int miss_statement = 0;  // prepared with success, but there is none
-  int fail_prepare = 0;    // with SQLITE_INTERNAL
-  Faults steps, execs, finalizes;
+  Faults opens, prepares, steps, finalizes, execs;
   std::function<void()> while_sleeping = [] {};
   std::function<void()> while_logging = [] {};
   // What another process does right before the library prepares a statement that begins so; it does it once.
@@ -70,6 +72,8 @@ std::string redirected(const std::string& path);
 
 // The calls as they are without the wrapping, for tests that prepare and look at databases.
 extern "C" {
+void* __real_malloc(std::size_t size);
+void __real_free(void* block);
 int __real_sqlite3_open(const char* path, sqlite3** db);
 int __real_sqlite3_exec(sqlite3* db, const char* text, int (*row)(void*, int, char**, char**), void* context,
                         char** error);

@@ -166,7 +166,7 @@ TEST_F(Associations, AllReturnOneWithoutMemory) {
 
 TEST_F(Associations, AllAreZeroWhenTheSelectDoesNotCompile) {
   add("1");
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   EXPECT_EQ(0, load());
   EXPECT_EQ(1, count);
   const association_rec zero{};

@@ -215,7 +215,7 @@ TEST_F(ConcreteJobs, RecoveryReturnsOneWhateverSqliteAnswers) {
     boundary().steps = {{1, SQLITE_BUSY}};
     EXPECT_EQ(1, set()) << "the count";
     expect_left_open(1);
-    boundary().fail_prepare = 2;
+    boundary().prepares = {{2, SQLITE_INTERNAL}};
     EXPECT_EQ(1, set()) << "the newest row";
     EXPECT_EQ(Texts({"Job-17"}), rows_of("select InstanceID from concrete_job;"));
     logged();

@@ -119,7 +119,7 @@ TEST_P(DeviceGet, WithoutATableReturnsOneAndLeavesThePointer) {
 }
 
 TEST_P(DeviceGet, ReturnsOneForAnotherCompileErrorToo) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   Owned<device_rec> record;
   EXPECT_EQ(1, get(record.out()));
   EXPECT_EQ(1u, logged().size());

@@ -106,7 +106,7 @@ TEST_F(FruLocator, GetWithoutATableReturnsOneAndLeavesThePointer) {
 }
 
 TEST_F(FruLocator, GetReturnsOneForAnotherCompileErrorToo) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   Owned<fru_locator_sdr_rec> record;
   EXPECT_EQ(1, get(record.out()));
   EXPECT_EQ(1u, logged().size());

@@ -426,7 +426,7 @@ TEST_P(FruSensorJoins, GetAllStopsWhenTheInventoryDoesNotCompile) {
   insert_sensor(100, 50);
   insert_sensor(100, 51);
   insert_sensor(100, 52);
-  boundary().fail_prepare = 4;
+  boundary().prepares = {{4, SQLITE_INTERNAL}};
   EXPECT_EQ(SQLITE_INTERNAL, get_all());
   EXPECT_EQ(3, count);
   expect_inventory(100, records[0]);
@@ -578,7 +578,7 @@ TEST_P(FruSensorJoins, GetOneIsAmbiguousWhereSensorsHaveTheFruColumns) {
 }
 
 TEST_P(FruSensorJoins, GetOneThatDoesNotCompileReturnsSqlitesOwnCode) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(SQLITE_INTERNAL, get_one());
   boundary().fail_text = 1;
   EXPECT_EQ(SQLITE_MISUSE, get_one());

@@ -263,7 +263,7 @@ TEST_F(FullSdr, RecordIdWithoutATableReturnsOne) {
 }
 
 TEST_F(FullSdr, RecordIdReturnsOneWhateverSqliteAnswersWhenItDoesNotCompile) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(1, db_get_recordid_by_sensor_num(db, 7, &record_id));
   EXPECT_EQ(Lines({error("SQL Compilation error: not an error")}), logged());
 }

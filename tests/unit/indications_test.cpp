@@ -363,7 +363,7 @@ TEST_P(Indications, GetAllReturnsOneWhateverSqliteAnswers) {
   boundary().finalizes = {{1, SQLITE_IOERR}};
   EXPECT_EQ(1, get_all()) << "the count";
   expect_outs_untouched();
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   EXPECT_EQ(1, get_all()) << "the rows";
   EXPECT_EQ(Lines({counted(1), counted(1), error("SQL Compilation error: not an error")}), logged());
 }

@@ -171,7 +171,7 @@ TEST_F(Plugins, WithoutMemoryReturnOneWithTheCount) {
 
 TEST_F(Plugins, SelectThatDoesNotCompileReturnsOneAndReleasesTheRecords) {
   make("insert into association_reg values (1, 2, 3, 4);");
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   EXPECT_EQ(1, load());
   EXPECT_EQ(1, count);
   EXPECT_EQ(nullptr, records.get());
@@ -241,7 +241,7 @@ TEST_F(StaticInstances, FileWithoutATableReturnsOneAndLeavesBothOuts) {
 TEST_F(StaticInstances, FileThatCannotBeOpenedOrReadReturnsOne) {
   EXPECT_EQ(1, get_static_instances(kMissing, &rows, name));
   make("create table t (a);");
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(1, get());
   boundary().fail_text = 1;
   EXPECT_EQ(1, get());

@@ -70,7 +70,7 @@ TEST_F(IpmiSession, GetWithoutATableReturnsOne) {
 }
 
 TEST_F(IpmiSession, GetReturnsOneForAnotherCompileErrorToo) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(1, get());
   EXPECT_EQ(1u, logged().size());
 }

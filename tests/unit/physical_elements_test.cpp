@@ -343,7 +343,7 @@ TEST_F(PhysicalElements, EqualTypeCheckWithoutATableReturnsSqlitesCode) {
 }
 
 TEST_F(PhysicalElements, EqualTypeCheckThatDoesNotCompileReturnsSqlitesOwnCode) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(SQLITE_INTERNAL, equals(3, 1));
   boundary().fail_text = 1;
   EXPECT_EQ(SQLITE_MISUSE, equals(3, 1));
@@ -405,7 +405,7 @@ TEST_F(PhysicalElements, OtherTypeCheckWithoutATableReturnsSqlitesCode) {
 }
 
 TEST_F(PhysicalElements, OtherTypeCheckThatDoesNotCompileReturnsSqlitesOwnCode) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(SQLITE_INTERNAL, differs(3, 1));
   boundary().fail_text = 1;
   EXPECT_EQ(SQLITE_MISUSE, differs(3, 1));

@@ -345,7 +345,7 @@ TEST_F(PowerSupplies, WhoseCountGivesNoRowLeaveBothOutputs) {
 
 TEST_F(PowerSupplies, WhoseListDoesNotCompileAreAFailureWithTheArrayReleased) {
   insert("compact_sdr", 10, 1, 48);
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   expect_failed_list();
 }
 

@@ -115,7 +115,7 @@ TEST_P(ProfileGetAll, OfANegativeCountReturnsOneAndLeavesTheOutputs) {
 
 TEST_P(ProfileGetAll, WhoseRowStatementDoesNotCompileHasWrittenTheCount) {
   insert(100);
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   EXPECT_EQ(GetParam().passes_codes_on ? SQLITE_INTERNAL : 1, get_all());
   expect_pointer_kept();
   EXPECT_EQ(1, count_);
@@ -270,7 +270,7 @@ TEST_P(ProfileGetOne, WithoutAStatementReturnsOneAndWritesNothing) {
 
 TEST_P(ProfileGetOne, AnswersOneOrSqlitesCodeWhenItDoesNotCompile) {
   insert(100);
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   EXPECT_EQ(GetParam().passes_codes_on ? SQLITE_INTERNAL : 1, get());
   expect_nothing_written();
   EXPECT_EQ(Lines({error("SQL Compilation error: not an error")}), logged());

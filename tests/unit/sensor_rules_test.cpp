@@ -116,7 +116,7 @@ TEST_P(Sensors, CountWithoutATableReturnsOneWithTheCountCleared) {
 }
 
 TEST_P(Sensors, CountThatDoesNotCompileReturnsOneWhateverSqliteAnswers) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   std::int32_t count = -1;
   EXPECT_EQ(1, table_.count(db, &count, 0));
   printed();
@@ -330,7 +330,7 @@ TEST_P(SensorGetAll, WhoseRowStatementDoesNotCompileReturnsOneWithTheCountWritte
 
 TEST_P(SensorGetAll, ReturnsOneWhateverSqliteAnswersWhenItDoesNotCompile) {
   insert(100);
-  boundary().fail_prepare = 2;
+  boundary().prepares = {{2, SQLITE_INTERNAL}};
   std::int32_t count = -1;
   OwnedRecords records(table_);
   EXPECT_EQ(1, GetParam().call(records.out(), db, &count));
@@ -432,7 +432,7 @@ TEST_P(SensorGetOne, WithoutATableReturnsOneAndLeavesThePointer) {
 }
 
 TEST_P(SensorGetOne, AnswersOneOrSqlitesCodeWhenItDoesNotCompile) {
-  boundary().fail_prepare = 1;
+  boundary().prepares = {{1, SQLITE_INTERNAL}};
   OwnedRecords record(table_);
   EXPECT_EQ(GetParam().passes_codes_on ? SQLITE_INTERNAL : 1, GetParam().call(record.out(), db));
   EXPECT_EQ(Lines({error("SQL Compilation error: not an error")}), logged());

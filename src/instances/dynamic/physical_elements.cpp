@@ -198,7 +198,8 @@ std::int32_t db_get_all_physicalasset_element(sqlite3* db, std::int32_t* count, 
       db_get_all_full_sdrs_by_phy_elem_type(db, PhysicalElement, &full.count, &full.records);
   if (compact_status != kOk || full_status != kOk) return kFailure;
 
-  const std::int32_t total = compact.count + full.count;
+  std::int32_t total = 0;
+  if (__builtin_add_overflow(compact.count, full.count, &total)) return kFailure;
   if (total == 0) return kOk;
   *records = static_cast<fru_sdr_rec*>(std::calloc(static_cast<std::size_t>(total), sizeof(fru_sdr_rec)));
   if (*records == nullptr) return kFailure;

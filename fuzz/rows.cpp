@@ -1,0 +1,14 @@
+// A row of values of any type and length in any table, read by all that reads the table.
+#include "database.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  using namespace qmv::fuzz;
+  static const Database database(Tables::kOfAnyValues);
+  Input input(bytes, size);
+  const Touched& table = database.tables()[input.choice(database.tables().size())];
+  const qmv::test::Material material = material_of(input);
+  database.put_row(table, input);
+  for (const qmv::test::Call& call : table.readers) call.run(database.get(), material);
+  close_left_open();
+  return 0;
+}

@@ -1,0 +1,177 @@
+// The lists of the association registry: long ones, those that hold nothing, and pairs of different lengths.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hostile/guarded_blocks.h"
+#include "hostile/hostile_test.h"
+
+namespace qmv::test {
+namespace {
+
+std::string repeated(const std::string& piece, std::size_t length) {
+  std::string text;
+  while (text.size() < length) text += piece;
+  return text.substr(0, length);
+}
+
+struct Split {
+  std::string name;
+  std::string text;
+  std::int32_t count;     // commas of the first 1,023 characters and one more
+  std::int32_t elements;  // that are not empty
+  std::string last = {};
+};
+
+void PrintTo(const Split& split, std::ostream* out) {
+  *out << split.name;
+}
+
+const Split kSplits[] = {
+    {"Empty", "", 1, 0},
+    {"OneComma", ",", 2, 0},
+    {"Commas1022", repeated(",", 1022), 1023, 0},
+    {"Commas1023", repeated(",", 1023), 1024, 0},
+    {"Commas100000", repeated(",", 100000), 1024, 0},
+    {"OpeningBraces", repeated("{", 5000), 1, 0},
+    {"ClosingBraces", repeated("}", 1023), 1, 0},
+    {"PairsOfBraces", repeated("{}", 100000), 1, 0},
+    {"BracesAndCommas", repeated("{},", 3000), 342, 0},
+    {"Blanks", repeated(" ", 100000), 1, 1, ""},
+    {"OneElementOf1022", repeated("x", 1022), 1, 1, repeated("x", 1022)},
+    {"OneElementOf1023", repeated("x", 1023), 1, 1, repeated("x", 1023)},
+    {"OneElementOf1024", repeated("x", 1024), 1, 1, repeated("x", 1023)},
+    {"OneElementOf100000", repeated("x", 100000), 1, 1, repeated("x", 1023)},
+    {"ShortestElements", repeated("x,", 1023), 512, 512, "x"},
+    {"ShortestElementsOfALongText", repeated("x,", 100000), 512, 512, "x"},
+    {"CutWithinAnElement", repeated("x", 1020) + ",abcdef}", 2, 2, "ab"},
+    {"CutBehindAComma", repeated("x", 1022) + ",abc}", 2, 1, repeated("x", 1022)},
+    {"BracesBetweenElements", "a{b}c{d", 1, 1, "a"},
+    {"InvalidCharacters", "\xff\xc3,\x80", 2, 2, "\x80"},
+};
+
+class HostileLists : public HostileTest {
+ protected:
+  void TearDown() override {
+    EXPECT_EQ(lost_, blocks_alive()) << "blocks that nobody released";
+    release_blocks();
+    HostileTest::TearDown();
+  }
+
+  // A record of one row, loaded and released.
+  association_rec loaded(const std::vector<Stored>& row) {
+    make_tables_once();
+    put_row("association", row);
+    association_rec* records = nullptr;
+    std::int32_t count = 0;
+    EXPECT_EQ(0, get_association_data(&records, "select * from association;", &count));
+    EXPECT_EQ(1, count);
+    if (records == nullptr) return {};
+    const association_rec copy = *records;
+    FreeDBData(&records, count);
+    return copy;
+  }
+
+  void make_tables_once() {
+    if (values("select count(*) from sqlite_master;").at(0) == "0") make_tables("Association");
+  }
+
+  // A row whose lists have these texts.
+  static std::vector<Stored> row_of(const std::string& five, const std::string& six, const std::string& seven,
+                                    const std::string& eight) {
+    return {plain_text("C"),  plain_text("N"), plain_text("2"),   plain_text("3"),  plain_number(4),
+            plain_text(five), plain_text(six), plain_text(seven), plain_text(eight)};
+  }
+
+  std::size_t lost_ = 0;
+};
+
+class Lists : public HostileLists, public testing::WithParamInterface<Split> {};
+
+INSTANTIATE_TEST_SUITE_P(Of, Lists, testing::ValuesIn(kSplits),
+                         [](const testing::TestParamInfo<Split>& info) { return info.param.name; });
+
+TEST_P(Lists, HaveTheirElementsAndNullsBehindThem) {
+  char** list = nullptr;
+  std::int32_t count = -1;
+  EXPECT_EQ(0, GetArrayCount(GetParam().text.c_str(), &list, &count));
+  EXPECT_EQ(GetParam().count, count);
+  for (std::int32_t i = 0; i <= count; ++i) EXPECT_EQ(i < GetParam().elements, list[i] != nullptr) << i;
+  if (GetParam().elements > 0) {
+    EXPECT_STREQ(GetParam().last.c_str(), list[GetParam().elements - 1]);
+  }
+  for (std::int32_t i = 0; i <= count; ++i) std::free(list[i]);
+  std::free(list);
+}
+
+TEST_P(Lists, AreLoadedAndReleasedInPairsOfOneLength) {
+  const std::string& text = GetParam().text;
+  const association_rec record = loaded(row_of(text, text, text, text));
+  EXPECT_EQ(GetParam().count, record.Count5);
+  EXPECT_EQ(GetParam().count, record.Count6);
+  EXPECT_EQ(GetParam().count, record.Count7);
+}
+
+// Every list with every other as its partner. What a longer second list, or a longer list 7, has beyond the count that
+// releases it is lost, and that is all.
+TEST_P(Lists, OfDifferentLengthsAreReleasedAsFarAsTheirCount) {
+  for (const Split& other : kSplits) {
+    SCOPED_TRACE(other.name);
+    loaded(row_of(GetParam().text, other.text, other.text, GetParam().text));
+    const auto lost = static_cast<std::size_t>(std::max(0, other.elements - GetParam().count));
+    EXPECT_EQ(2 * lost, blocks_alive());
+    release_blocks();
+  }
+}
+
+// What columns hold besides lists.
+class AssociationColumns : public HostileLists {};
+
+TEST_F(AssociationColumns, FillTheirMembersAndNoOthers) {
+  for (std::size_t column = 0; column < 9; ++column) {
+    for (const Stored& value : column == 4 ? hostile_numbers() : hostile_texts(256)) {
+      SCOPED_TRACE("column " + std::to_string(column) + ": " + value.name);
+      std::vector<Stored> row = row_of("{5}", "{6}", "{7}", "{8}");
+      row[column] = value;
+      const association_rec record = loaded(row);
+      if (column == 5 && value.name == "NULL") ++lost_;  // list 6 has no count, and its text is lost
+      const std::pair<const char*, std::size_t> texts[] = {
+          {record.ClassName, 0}, {record.NameSpace, 1}, {record.Text2, 2}, {record.Text3, 3}};
+      for (const auto& [member, from] : texts) {
+        std::string expected = row[from].text;
+        expected.resize(256);
+        EXPECT_TRUE(expected == std::string(member, 256)) << "column " << from;
+      }
+      EXPECT_EQ(row[4].number, record.Flag4);
+    }
+  }
+}
+
+TEST_F(AssociationColumns, OfAllAssociationsAreReadLikewise) {
+  make_tables_once();
+  for (std::size_t column = 0; column < 9; ++column) {
+    for (const Stored& value : column == 4 ? hostile_numbers() : hostile_texts(256)) {
+      SCOPED_TRACE("column " + std::to_string(column) + ": " + value.name);
+      std::vector<Stored> row = row_of("{5}", "{6}", "{7}", "{8}");
+      row[column] = value;
+      put_row("association", row);
+      association_rec* records = nullptr;
+      std::int32_t count = 0;
+      ASSERT_EQ(0, assoc_get_global_data(&records, &count));
+      ASSERT_EQ(1, count);
+      std::string expected = row[2].text;
+      expected.resize(256);
+      EXPECT_TRUE(expected == std::string(records->Text2, 256));
+      EXPECT_STREQ("root/cimv2", records->NameSpace);
+      EXPECT_EQ(row[4].number, records->Flag4);
+      FreeDBData(&records, count);
+      if ((column == 5 || column == 7) && value.name == "NULL") ++lost_;  // so are texts of lists 6 and 8
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qmv::test

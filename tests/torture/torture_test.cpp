@@ -1,0 +1,192 @@
+#include "torture/torture_test.h"
+
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "torture/failing.h"
+#include "torture/own_process.h"
+#include "torture/tables.h"
+
+namespace qmv::test {
+
+namespace {
+
+// What the library prints on standard error, which is elsewhere as long as this lives.
+class Printed {
+ public:
+  Printed() : real_(std::exchange(stderr, open_memstream(&text_, &size_))) {}
+  Printed(const Printed&) = delete;
+  Printed& operator=(const Printed&) = delete;
+  ~Printed() {
+    std::fclose(std::exchange(stderr, real_));
+    __real_free(text_);
+  }
+
+  std::string text() {
+    std::fflush(stderr);
+    return {text_, size_};
+  }
+
+ private:
+  char* text_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE* real_;
+};
+
+// Shared by all processes.
+int& counted() {
+  static void* const shared = mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  return *static_cast<int*>(shared);
+}
+
+Left left_behind() {
+  return {boundary().statements_alive, boundary().texts_alive.size(), boundary().connections_alive.size(),
+          boundary().blocks_alive.size()};
+}
+
+bool reads(const std::string& statement) {
+  return strncasecmp(statement.c_str(), "select", 6) == 0 || strncasecmp(statement.c_str(), "pragma", 6) == 0;
+}
+
+}  // namespace
+
+void PrintTo(const Left& left, std::ostream* out) {
+  *out << left.statements << " statements, " << left.texts << " texts, " << left.connections << " connections, "
+       << left.blocks << " blocks";
+}
+
+int Trial::errors() const {
+  return static_cast<int>(
+      std::count_if(log.begin(), log.end(), [](const LogLine& line) { return line.level == kErrorLevel; }));
+}
+
+Torture::~Torture() {
+  __real_sqlite3_close(to_file_);
+  boundary() = Boundary();
+}
+
+Trial Torture::tried(const std::function<void()>& faults) {
+  ++counted();
+  return made(faults);
+}
+
+Trial Torture::tried() {
+  return made([] {});
+}
+
+Trial Torture::made(const std::function<void()>& faults) {
+  boundary() = Boundary();
+  boundary().fixed_files = fixed_files().folder();
+  connect();
+  Trial trial;
+  Printed printed;
+  faults();
+  trial.answer = GetParam().run(db(), GetParam().material);
+  trial.failed = failed_uses();
+  make_all_well();
+  trial.printed = printed.text();
+  trial.log = boundary().log;
+  trial.statements = boundary().statements;
+  trial.left = left_behind();
+  trial.allocations = boundary().allocations;
+  release();
+  disconnect();
+  return trial;
+}
+
+void Torture::release() {
+  for (void* text : std::exchange(boundary().texts_alive, {})) sqlite3_free(text);
+  for (sqlite3* connection : std::exchange(boundary().connections_alive, {})) close_with_statements(connection);
+  for (void* block : std::exchange(boundary().blocks_alive, {})) __real_free(block);
+  database_.settle();
+}
+
+void Torture::put_back() {
+  database_.put_back();
+  if (!file().empty()) fixed_files().put_back(file());
+}
+
+void Torture::alone(const std::function<void()>& test) {
+  if (!GetParam().remembers) return test();
+  in_own_process([&] {
+    tried();
+    put_back();
+    test();
+    return true;
+  });
+}
+
+std::string Torture::file() const {
+  return GetParam().name == "db_clear_expired_concretejob" ? "tmp_cim.db" : "";
+}
+
+sqlite3* Torture::store() {
+  if (file().empty()) return db();
+  if (to_file_ == nullptr) __real_sqlite3_open((fixed_files().folder() + "/" + file()).c_str(), &to_file_);
+  return to_file_;
+}
+
+std::string Torture::stored() {
+  return content(store(), writing_);
+}
+
+Trial Torture::learned() {
+  put_back();
+  const Trial trial = tried();
+  writing_ = trial.statements;
+  std::erase_if(writing_, reads);
+  possibly_stored_ = {stored()};
+  for (unsigned chosen = 0; chosen < 1u << writing_.size(); ++chosen) {
+    put_back();
+    for (std::size_t i = 0; i < writing_.size(); ++i) {
+      if ((chosen >> i & 1) != 0) __real_sqlite3_exec(store(), writing_[i].c_str(), nullptr, nullptr, nullptr);
+    }
+    possibly_stored_.insert(stored());
+  }
+  put_back();
+  return trial;
+}
+
+void Torture::expect_whole_statements() {
+  if (writing_.empty()) {
+    EXPECT_FALSE(database_.is_changed());
+  } else {
+    EXPECT_TRUE(possibly_stored_.contains(stored()));
+  }
+}
+
+void Torture::expect_works_as(const Trial& healthy) {
+  const Trial trial = tried();
+  EXPECT_EQ(healthy.answer.status, trial.answer.status);
+  EXPECT_EQ(healthy.answer.number, trial.answer.number);
+  EXPECT_EQ(healthy.answer.handed, trial.answer.handed);
+  EXPECT_TRUE(healthy.answer.content == trial.answer.content) << "what came back";
+  EXPECT_EQ(healthy.log, trial.log);
+  EXPECT_EQ(healthy.printed, trial.printed);
+  EXPECT_EQ(healthy.statements, trial.statements);
+  EXPECT_EQ(healthy.left, trial.left);
+}
+
+int calls_with_faults() {
+  return counted();
+}
+
+bool full() {
+  const char* const form = std::getenv("QMV_TORTURE");
+  return form != nullptr && std::string(form) == "full";
+}
+
+void close_with_statements(sqlite3* connection) {
+  while (sqlite3_stmt* statement = sqlite3_next_stmt(connection, nullptr)) __real_sqlite3_finalize(statement);
+  __real_sqlite3_close(connection);
+}
+
+std::string name_of(const testing::TestParamInfo<Call>& info) {
+  return info.param.name;
+}
+
+}  // namespace qmv::test
