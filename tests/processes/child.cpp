@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "figures.h"
+#include "../support/figures.h"
 
 namespace qmv::test {
 

@@ -5,8 +5,8 @@
 
 #include <fstream>
 
+#include "../support/figures.h"
 #include "child.h"
-#include "figures.h"
 #include "host.h"
 #include "processes_test.h"
 #include "sensors.h"

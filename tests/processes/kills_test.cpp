@@ -4,8 +4,8 @@
 #include <random>
 #include <thread>
 
+#include "../support/figures.h"
 #include "child.h"
-#include "figures.h"
 #include "processes_test.h"
 #include "sensors.h"
 

@@ -1,7 +1,7 @@
 // A process that goes on for years.
 #include <chrono>
 
-#include "figures.h"
+#include "../support/figures.h"
 #include "memory.h"
 #include "processes_test.h"
 #include "traffic.h"

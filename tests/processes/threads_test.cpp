@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-#include "figures.h"
+#include "../support/figures.h"
 #include "host.h"
 #include "processes_test.h"
 #include "traffic.h"

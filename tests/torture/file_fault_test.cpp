@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/figures.h"
 #include "torture/ends.h"
 #include "torture/failing.h"
 #include "torture/tables.h"
@@ -69,7 +70,7 @@ std::vector<Call> calls_on_files() {
       "db_get_fru_cnt",
   };
   std::vector<Call> all = calls_and_inserts();
-  if (!full()) {
+  if (!runs_in_full()) {
     std::erase_if(all, [](const Call& call) { return !kChosen.contains(call.name) && rules_of(call).opens.empty(); });
   }
   return all;

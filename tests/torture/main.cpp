@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <string>
 
+#include "support/figures.h"
 #include "torture/failing.h"
 #include "torture/torture_test.h"
 
@@ -11,7 +12,8 @@ namespace {
 class Figures : public testing::EmptyTestEventListener {
   void OnTestSuiteEnd(const testing::TestSuite& suite) override {
     const int all = qmv::test::calls_with_faults();
-    std::printf("%d calls with faults in %s\n", all - before_, suite.name());
+    const std::string name = suite.name();
+    if (all > before_) qmv::test::figure(name.substr(name.find('/') + 1) + ".calls_with_faults", all - before_);
     before_ = all;
   }
 

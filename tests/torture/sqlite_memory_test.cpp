@@ -2,6 +2,7 @@
 #include <set>
 #include <string>
 
+#include "support/figures.h"
 #include "torture/ends.h"
 #include "torture/failing.h"
 #include "torture/torture_test.h"
@@ -19,7 +20,7 @@ class SqliteMemoryFault : public Torture {
   void expect_all_survived(bool stays) {
     alone([&] {
       const Trial healthy = learned();
-      for (int nth = 1; !HasFailure(); nth += full() ? 1 : kStride) {
+      for (int nth = 1; !HasFailure(); nth += amount(kStride, 1)) {
         SCOPED_TRACE("allocation " + std::to_string(nth));
         const Trial trial = tried([&] { failing(Use::kAllocation) = {nth, stays}; });
         if (trial.failed == 0) break;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 #include "torture/failing.h"
@@ -173,11 +172,6 @@ void Torture::expect_works_as(const Trial& healthy) {
 
 int calls_with_faults() {
   return counted();
-}
-
-bool full() {
-  const char* const form = std::getenv("QMV_TORTURE");
-  return form != nullptr && std::string(form) == "full";
 }
 
 void close_with_statements(sqlite3* connection) {

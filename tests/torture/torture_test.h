@@ -99,9 +99,6 @@ class Torture : public testing::TestWithParam<Call> {
 // How many calls were made with faults so far, in all processes.
 int calls_with_faults();
 
-// Whether everything is to be tried, as QMV_TORTURE=full says, and not only a part of what takes long.
-bool full();
-
 // Closes a connection with all that is open on it.
 void close_with_statements(sqlite3* connection);
 

@@ -1,6 +1,6 @@
 // How much the tests do, and what they measured.
-#ifndef QMV_TESTS_PROCESSES_FIGURES_H
-#define QMV_TESTS_PROCESSES_FIGURES_H
+#ifndef QMV_TESTS_SUPPORT_FIGURES_H
+#define QMV_TESTS_SUPPORT_FIGURES_H
 
 #include <cstdlib>
 #include <iostream>
