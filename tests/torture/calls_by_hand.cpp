@@ -212,8 +212,8 @@ std::vector<Call> calls_by_hand() {
       {"db_commit", Shape::kExecute, call_db_commit},
       {"db_execute", Shape::kExecute,
        [](sqlite3* db, const Material& material) {
-         return Answer{.status = db_execute(db, "update sel set SensorNum=%d where GeneratorID='%q';",
-                                            material.number + 1, material.text.c_str())};
+         return Answer{.status = db_execute(db, "update sel set SensorNum=1+%d where GeneratorID='%q';",
+                                            material.number, material.text.c_str())};
        }},
       {"db_close", Shape::kOther, call_db_close},
       {"db_freemem", Shape::kOther,
