@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/indications.h - the indication service, event types, destinations, filters, subscriptions, and requested states.
  * Destinations, filters and subscriptions have shapes of their own:

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/sdr.h - sensor data records: compact and full sensors, FRU device locators, managed systems, the IPMI session,
  * and the components (processors, memory, redundancy sets) that are derived from the compact sensors.
