@@ -60,9 +60,8 @@ class Header:
         text = self.path.read_text()
         self.name = re.search(r'^ \* (qmv(?:/\w+)?\.h) - ', text, re.M)[1]  # as it is included
         self.records, self.functions, self.constants, self.comment = [], [], [], []
-        for part in text.split('\n\n'):
-            comment, code = re.fullmatch(r'(?:/\*(.*?)\*/\n*)?(.*)', part, re.S).groups()
-            self._add(blocks(comment) if comment else [], code)
+        for comment, code in parts(text):
+            self._add(blocks(comment), code)
         subject = self.comment[0].text.split(' - ', 1)[1]
         self.subject = re.match(r'[^:.]*', subject)[0]
         self.comment[0].text = subject[0].upper() + subject[1:]
@@ -79,6 +78,12 @@ class Header:
             self.constants.append(Constants(comment, values))
         elif found := [function(*each) for each in FUNCTION.findall(code)]:
             self.functions.append(Functions(comment, found))
+
+
+def parts(text):
+    """The parts of a header: a comment, and the code that it describes; either may be empty."""
+    for part in text.split('\n\n'):
+        yield re.fullmatch(r'(?:/\*(.*?)\*/\n?)?(.*)', part, re.S).groups('')
 
 
 FUNCTION = re.compile(r'^(?:QMV_API )?((?:const )?\w+\*?) (\w+)\(([^;]*?)\)\s(?:QMV_NOEXCEPT|__attribute__[^;]*);', re.M)
@@ -100,14 +105,17 @@ def record(comment, code):
 ITEM = re.compile(r' *(?:(- )|(\d+\. )|(?<=  )(\w+(?:, \w+)*(?: \((?:in|out|in, out)\))?)  +)(?=\S)')
 
 
+OPENING = re.compile(r'(?:Returns|Owns|Differs|On failure)\b')
+
+
 def blocks(comment):
     """The paragraphs and items of a comment, by its indentation. A line begins a paragraph behind an empty one, where the
-    indentation ends, and where the line before it ends a sentence and has room for its first word."""
+    indentation ends, and behind the end of a sentence where its first word opens one or had room in the line before."""
     found, last = [], ''
     for line in comment.strip().splitlines():
         line = re.sub(r'^ ?\* ?', '', line)
-        room = COLUMNS - len(f' * {last} ')
-        ended = last[-1:] in '.:' and len((line.split() or [''])[0]) <= room
+        word = (line.split() or [''])[0]
+        ended = last[-1:] in '.:' and (OPENING.match(line) or len(f' * {last} {word}') <= COLUMNS)
         if item := ITEM.match(line):
             kind = 'bullet' if item[1] else 'number' if item[2] else 'parameter'
             found.append(Block(kind, item.end(), item[3] or '', line[item.end():]))
