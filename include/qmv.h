@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv.h - the database access layer of a server management controller.
  *

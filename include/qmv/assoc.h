@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/assoc.h - the association registry, and reading files whose schema is not known. Nothing here is logged through
  * the host. Functions that take or have a file open it themselves.

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/boot.h - boot configuration and boot order.
  * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.

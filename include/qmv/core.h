@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/core.h - connections, statement execution, release of records, and what the host provides.
  * The conventions shared by all functions stand in qmv.h.

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/fru.h - FRU inventory: one row per field-replaceable unit, in table "fru".
  * The conventions and the shapes named here stand in qmv.h.

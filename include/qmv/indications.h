@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/indications.h - the indication service, event types, destinations, filters, subscriptions, and requested states.
  * Destinations, filters and subscriptions have shapes of their own:
@@ -28,8 +30,8 @@ typedef struct indication_service_rec {
 
 /* An event message, table "event_type". Key: MessageID. */
 typedef struct event_type_rec {
-  int32_t MessageID;
-  char Description[256];
+  int32_t MessageID;     /* number of the message */
+  char Description[256]; /* its text */
 } event_type_rec;
 
 /* Where indications go (CIM_ListenerDestination), table "listener_destination". Key: Name. */
@@ -61,10 +63,10 @@ typedef struct indication_subscription_rec {
 
 /* The state that a client last asked an instance to enter, table "request_state_change". Key: the three texts. */
 typedef struct request_state_change_rec {
-  char ClassName[256]; /* CIM class of the instance */
-  int32_t RequestedState;
-  char KeyProperty[256]; /* property that names the instance */
-  char KeyValue[256];    /* its value */
+  char ClassName[256];    /* CIM class of the instance */
+  int32_t RequestedState; /* CIM_EnabledLogicalElement.RequestedState */
+  char KeyProperty[256];  /* property that names the instance */
+  char KeyValue[256];     /* its value */
 } request_state_change_rec;
 
 QMV_BEGIN_DECLS

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/instances.h - instances derived from sensors and FRUs: physical assets, physical elements, power supplies.
  * The conventions and the shapes named here stand in qmv.h.

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/jobs.h - concrete jobs, error records, and the clock they are timed with.
  * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.

@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/roles.h - role-based authorization.
  * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.

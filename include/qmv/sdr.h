@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/sdr.h - sensor data records: compact and full sensors, FRU device locators, managed systems, the IPMI session,
  * and the components (processors, memory, redundancy sets) that are derived from the compact sensors.
@@ -44,7 +46,7 @@ typedef struct compact_sdr_rec {
   char IdStr[256];               /* ID string, UTF-8 */
   int32_t IPMI_RecordID;         /* ID of the record in the repository */
   int32_t IsFRUAvailable;        /* 1 when FruRecord is filled, else 0 */
-  int32_t PhysicalElement;       /* see above */
+  int32_t PhysicalElement;       /* categories of the entity, a bit each; see above */
   fru_rec FruRecord;             /* EntityID and EntityInst in it are copies of the sensor's own and stored nowhere */
 } compact_sdr_rec;
 

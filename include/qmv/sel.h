@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/sel.h - the system event log: table "sel_info" describes the log, table "sel" holds its events.
  * The conventions and the shapes named here stand in qmv.h.

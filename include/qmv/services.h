@@ -1,3 +1,5 @@
+/* Copyright the qmv authors. SPDX-License-Identifier: MIT */
+
 /*
  * qmv/services.h - IP assignment, protocol services, text redirection, watchdog and account management.
  * (*) marks a get-all that does not clear *records first: it stays without rows, and when counting or compiling fails.
@@ -18,14 +20,14 @@ typedef struct ip_assign_settingdata_rec {
 /* CIM_StaticIPAssignmentSettingData, table "static_ip_assign_settingdata". Key: InterfaceName. Mind the order of
  * Gateway and SubnetMask. IPv4 addresses and masks are dotted decimal. */
 typedef struct static_ip_assign_settingdata_rec {
-  char InterfaceName[256];
+  char InterfaceName[256]; /* network interface that is set */
   char IPv4Address[256];
   char Gateway[256]; /* GatewayIPv4Address */
   char SubnetMask[256];
-  char IPv6Address[256];
+  char IPv6Address[256];          /* as text */
   int32_t IPv6AddressType;        /* scope of the address, chosen by the writer */
   int32_t IPv6SubnetPrefixLength; /* in bits */
-  char GatewayIPv6Address[256];
+  char GatewayIPv6Address[256];   /* as text */
 } static_ip_assign_settingdata_rec;
 
 /* CIM_ProtocolService, table "protocol_service". Key: Name. */
@@ -65,8 +67,8 @@ typedef struct textredirectionsap_rec {
 /* Capabilities of the platform watchdog, which no DMTF class has; the first five fields are those of
  * CIM_EnabledLogicalElementCapabilities. Table "pwds_capabilities". Key: instance_id. */
 typedef struct pwds_capabilities_rec {
-  char instance_id[256];
-  char ele_name[256];
+  char instance_id[256];            /* InstanceID */
+  char ele_name[256];               /* ElementName, name for people */
   char req_states_supported[32];    /* list */
   int32_t ele_name_edit_supported;  /* flag: the element's name can be changed. After reading: max_ele_name_len */
   int32_t max_ele_name_len;         /* longest name, in characters; never filled by reading */
