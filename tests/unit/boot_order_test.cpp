@@ -84,10 +84,10 @@ TEST_F(BootOrder, GetAllLeavesTheHostFlagZero) {
 }
 
 TEST_F(BootOrder, SetInsertsEveryMemberUnderItsColumn) {
-  EXPECT_EQ(0, set(entry("a'b", 2, 3)));
-  EXPECT_EQ(Texts({"a'b|2|3"}), rows());
+  EXPECT_EQ(0, set(entry("a'b", 12, 13)));
+  EXPECT_EQ(Texts({"a'b|12|13"}), rows());
   EXPECT_EQ(Texts({"insert into boot_order (InstanceID, AssignedSequence, isHost)                         values "
-                   "('a''b', '2', '3');"}),
+                   "('a''b', '12', '13');"}),
             statements());
   EXPECT_EQ(Lines({was_set()}), logged());
 }
