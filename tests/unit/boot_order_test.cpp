@@ -128,8 +128,9 @@ TEST_F(BootOrder, SetWhoseUpdateFailsReturnsOneWithSqlitesText) {
 TEST_F(BootOrder, SetOnALockedDatabaseReturnsOneWithSqlitesText) {
   const std::string path = scratch() + "/boot.db";
   const Connection owner = open(path);
-  sql(owner.get(), "create table boot_order (InstanceID, AssignedSequence, isHost); begin exclusive;");
+  sql(owner.get(), "create table boot_order (InstanceID, AssignedSequence, isHost);");
   const Connection other = open(path);
+  sql(owner.get(), "begin exclusive;");
   const Record record = entry("disk", 1, 1);
   EXPECT_EQ(1, db_set_boot_order(other.get(), &record));
   EXPECT_EQ(Lines({execution_failed(), trace("DB Error: database is locked \n")}), logged());
