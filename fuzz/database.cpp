@@ -1,7 +1,6 @@
 #include "database.h"
 
 #include <algorithm>
-#include <cstdarg>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -214,23 +213,6 @@ void set_uptime(const std::string& text) {
 }  // namespace qmv::fuzz
 
 extern "C" {
-
-// The debug output is formatted, so that what it is given is read.
-__attribute__((format(printf, 2, 3))) void HTRC_LINUXAPP_DbgOut(int, const char* format, ...) {
-  char line[512];
-  va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(line, sizeof(line), format, arguments);
-  va_end(arguments);
-}
-
-__attribute__((format(printf, 2, 3))) void HTRC_LINUXAPP_Runtime_DbgOut(int, const char* format, ...) {
-  char line[512];
-  va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(line, sizeof(line), format, arguments);
-  va_end(arguments);
-}
 
 int __real_sqlite3_close(sqlite3* connection);
 std::FILE* __real_fopen(const char* path, const char* mode);

@@ -97,23 +97,6 @@ std::vector<Table> all_tables() {
 
 extern "C" {
 
-// What the host and the system provide. The debug output is formatted, as a host does it.
-__attribute__((format(printf, 2, 3))) void HTRC_LINUXAPP_DbgOut(int, const char* format, ...) {
-  char line[4096];
-  va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(line, sizeof(line), format, arguments);
-  va_end(arguments);
-}
-
-__attribute__((format(printf, 2, 3))) void HTRC_LINUXAPP_Runtime_DbgOut(int, const char* format, ...) {
-  char line[4096];
-  va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(line, sizeof(line), format, arguments);
-  va_end(arguments);
-}
-
 int __real_sqlite3_close(sqlite3* connection);
 std::FILE* __real_fopen(const char* path, const char* mode);
 int __wrap_sqlite3_open(const char* path, sqlite3** connection);

@@ -374,6 +374,7 @@ TEST_F(PowerSupplies, WithoutMemoryForAnyPartOfTheListAreAFailureWithTheRestRele
     SCOPED_TRACE(allocation);
     boundary().fail_allocation = allocation;
     expect_failed_list();
+    EXPECT_EQ(0u, boundary().blocks_alive.size());
   }
   EXPECT_EQ(0, list());
   EXPECT_EQ(3, count);

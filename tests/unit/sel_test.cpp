@@ -449,6 +449,15 @@ TEST_F(Sel, AddDeletesTheNamedEventFirstAndNeverReleasesItsText) {
   expect_left_allocated(1);
 }
 
+TEST_F(Sel, AddDeletesTheEventOfTheSmallestID) {
+  sql("insert into sel (RecordID) values (1);");
+  const sel_rec event = sample(2);
+  EXPECT_EQ(0, db_addsel(db, &event, 1));
+  EXPECT_EQ(Texts({"2"}), ids());
+  logged();
+  expect_left_allocated(1);
+}
+
 TEST_F(Sel, AddDeletesNothingForAnIDOfZeroOrLess) {
   sql("insert into sel (RecordID) values (0), (-1);");
   const sel_rec event = sample(1);
