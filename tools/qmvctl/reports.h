@@ -1,4 +1,4 @@
-// What the commands print: one list, several under a head each, or what they did. For people, or as JSON for programs.
+// What the commands print: one list, several under a head each, or what they did, in the form that was asked for.
 #ifndef QMVCTL_REPORTS_H
 #define QMVCTL_REPORTS_H
 
@@ -12,14 +12,14 @@
 
 namespace qmvctl {
 
-void report(std::ostream& out, bool is_json, const Listing& listing);
-void report(std::ostream& out, bool is_json, const std::vector<HeadedListing>& lists);
-void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes);
+void report(std::ostream& out, const Form& form, const Listing& listing);
+void report(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists);
+void report(std::ostream& out, const Form& form, const std::vector<Assets>& classes);
 
 // What an import of these files stored, without the notes.
-void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inventory& stored);
+void report(std::ostream& out, const Form& form, const ImportFiles& files, const Inventory& stored);
 
-void report(std::ostream& out, bool is_json, const Purged& purged);
+void report(std::ostream& out, const Form& form, const Purged& purged);
 
 }  // namespace qmvctl
 
