@@ -18,9 +18,10 @@ struct Context {
   Terminal terminal;
   std::string file = {};  // of the database, empty for the fixed one
   Form form = {};
+  bool is_wrong = false;  // what was looked at, though nothing failed
 };
 
-void add_database_commands(CLI::App& app, Context& context);   // init
+void add_database_commands(CLI::App& app, Context& context);   // init and check
 void add_dump_commands(CLI::App& app, Context& context);       // import
 void add_list_commands(CLI::App& app, Context& context);       // sensors and the other lists
 void add_event_log_commands(CLI::App& app, Context& context);  // sel

@@ -55,7 +55,7 @@ int run(int argument_count, const char* const* arguments, std::ostream& out, std
     app.parse(argument_count, arguments);
     out.flush();
     if (!out) throw std::runtime_error("the output cannot be written");
-    return kDone;
+    return context.is_wrong ? kFailed : kDone;
   } catch (const CLI::ParseError& error) {
     return app.exit(error, out, err) == kDone ? kDone : kWrongUsage;
   } catch (const std::exception& error) {

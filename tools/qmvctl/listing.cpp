@@ -40,7 +40,10 @@ std::string number_text(const Json& value) {
 }
 
 std::string printable_text(const Column& column, const Json& row) {
-  std::string text = column.text(row);
+  return printable(column.text(row));
+}
+
+std::string printable(std::string text) {
   std::replace_if(
       text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '.');
   return text;

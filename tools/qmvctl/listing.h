@@ -61,7 +61,8 @@ struct Form {
   bool has_colours = false;
 };
 
-// The text of a column for people: no control character of a device's or client's text reaches a terminal.
+// Texts of devices and clients for people: no control character reaches a terminal.
+std::string printable(std::string text);
 std::string printable_text(const Column& column, const Json& row);
 
 void print_table(std::ostream& out, const Form& form, const Listing& listing);

@@ -44,6 +44,19 @@ Json to_json(const std::vector<HeadedListing>& lists) {
   return all;
 }
 
+void print_findings(std::ostream& out, const Checked& checked) {
+  if (checked.findings.empty()) {
+    out << checked.file << ": nothing is wrong\n";
+    return;
+  }
+  out << checked.file << ": " << counted(checked.findings.size(), "problem") << '\n';
+  for (const Finding& finding : checked.findings) {
+    out << "\n"
+        << (finding.table.empty() ? "" : "table " + finding.table + ": ") << printable(finding.problem) << '\n'
+        << "  " << printable(finding.advice) << '\n';
+  }
+}
+
 // Lists for people and spreadsheets.
 void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists) {
   if (form.kind == Form::Kind::kCsv) return print_csv(out, form, lists);
@@ -104,6 +117,24 @@ void report(std::ostream& out, const Form& form, const ImportFiles& files, const
   if (!stored.not_held.empty()) {
     out << "not stored, as no table holds them: " << list_of_counts(stored.not_held) << '\n';
   }
+}
+
+void report(std::ostream& out, const Form& form, const std::vector<Checked>& files) {
+  if (form.kind == Form::Kind::kTable) {
+    for (const Checked& checked : files) print_findings(out, checked);
+    return;
+  }
+  Listing listing{{text_column("File", kWide, "file"), text_column("Table", kWide, "table"),
+                   text_column("Problem", kWide, "problem"), text_column("Advice", kWide, "advice")},
+                  {},
+                  ""};
+  for (const Checked& checked : files) {
+    for (const Finding& finding : checked.findings) {
+      listing.rows.push_back(
+          {{"file", checked.file}, {"table", finding.table}, {"problem", finding.problem}, {"advice", finding.advice}});
+    }
+  }
+  report(out, form, listing);
 }
 
 void report(std::ostream& out, const Form& form, const Purged& purged) {

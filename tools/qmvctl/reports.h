@@ -5,6 +5,7 @@
 #include <ostream>
 #include <vector>
 
+#include "check.h"
 #include "commands.h"
 #include "import.h"
 #include "inventory.h"
@@ -20,6 +21,13 @@ void report(std::ostream& out, const Form& form, const std::vector<Assets>& clas
 void report(std::ostream& out, const Form& form, const ImportFiles& files, const Inventory& stored);
 
 void report(std::ostream& out, const Form& form, const Purged& purged);
+
+// What checks found in files.
+struct Checked {
+  std::string file;
+  std::vector<Finding> findings;
+};
+void report(std::ostream& out, const Form& form, const std::vector<Checked>& files);
 
 }  // namespace qmvctl
 
