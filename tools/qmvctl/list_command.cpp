@@ -42,6 +42,7 @@ std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys) {
   if (keys.has_entity) {
     command.add_option("--entity", selection->entity, "of this entity: 7, 7.1 or a name")->type_name("ENTITY");
   }
+  if (keys.has_order) command.add_option("--last", selection->last, "the last N of these alone")->type_name("N");
   return selection;
 }
 

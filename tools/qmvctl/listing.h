@@ -59,6 +59,7 @@ struct Form {
   bool is_wide = false;
   bool has_heads = true;
   bool has_colours = false;
+  bool is_growing = false;  // rows are to follow: columns keep their widths
 };
 
 // Texts of devices and clients for people: no control character reaches a terminal.

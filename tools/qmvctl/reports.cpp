@@ -7,10 +7,6 @@ namespace qmvctl {
 
 namespace {
 
-std::string counted(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 // "5 event-only sensor records, 1 OEM record"
 std::string list_of_counts(const std::map<std::string, int>& counts) {
   std::string text;
@@ -68,6 +64,10 @@ void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>
 }
 
 }  // namespace
+
+std::string counted(size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
 
 void report(std::ostream& out, const Form& form, const Listing& listing) {
   switch (form.kind) {
@@ -137,13 +137,14 @@ void report(std::ostream& out, const Form& form, const std::vector<Checked>& fil
   report(out, form, listing);
 }
 
+void report(std::ostream& out, const Form& form, const Json& json, const std::string& text) {
+  if (is_json(form)) return print_json(out, json);
+  out << text << '\n';
+}
+
 void report(std::ostream& out, const Form& form, const Purged& purged) {
-  if (is_json(form)) {
-    print_json(out, {{"purged", {{"jobs", purged.jobs}, {"errors", purged.errors}}}});
-  } else {
-    out << "purged " << counted(purged.jobs.size(), "job") << " and " << counted(purged.errors.size(), "error record")
-        << '\n';
-  }
+  report(out, form, {{"purged", {{"jobs", purged.jobs}, {"errors", purged.errors}}}},
+         "purged " + counted(purged.jobs.size(), "job") + " and " + counted(purged.errors.size(), "error record"));
 }
 
 }  // namespace qmvctl

@@ -3,6 +3,7 @@
 #define QMVCTL_REPORTS_H
 
 #include <ostream>
+#include <string>
 #include <vector>
 
 #include "check.h"
@@ -19,6 +20,12 @@ void report(std::ostream& out, const Form& form, const std::vector<Assets>& clas
 
 // What an import of these files stored, without the notes.
 void report(std::ostream& out, const Form& form, const ImportFiles& files, const Inventory& stored);
+
+// What was done, for programs and for people.
+void report(std::ostream& out, const Form& form, const Json& json, const std::string& text);
+
+// "1 event", "2 events"
+std::string counted(size_t count, const std::string& what);
 
 void report(std::ostream& out, const Form& form, const Purged& purged);
 

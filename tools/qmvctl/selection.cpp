@@ -58,6 +58,8 @@ void select(Listing& listing, const Keys& keys, const Selection& selection) {
            (!selection.entity.empty() && !is_entity(row, selection.entity));
   };
   if (std::erase_if(listing.rows, is_left_out) > 0) listing.empty_text = "Nothing matches.";
+  const size_t last = selection.last.value_or(listing.rows.size());
+  if (last < listing.rows.size()) listing.rows.erase(listing.rows.begin(), listing.rows.end() - static_cast<int>(last));
 }
 
 }  // namespace qmvctl

@@ -16,14 +16,16 @@ struct Keys {
   std::vector<std::string> ids = {};  // members that name a row; none where rows have no names
   bool has_type = false;              // members sensor_type and sensor_type_name
   bool has_entity = false;            // members entity_id and entity_instance
+  bool has_order = false;             // the newest rows come last
 };
 
 // What was asked for; an empty text asks for nothing. Numbers are decimal or, as "0x2F" or "2Fh", hexadecimal; upper and
 // lower case are alike.
 struct Selection {
   std::string id;
-  std::string type;    // code or name: "1", "temperature"
-  std::string entity;  // "7", "7.1" or a name
+  std::string type;            // code or name: "1", "temperature"
+  std::string entity;          // "7", "7.1" or a name
+  std::optional<size_t> last;  // so many of what else is asked for
 };
 
 // The number that a text is; nothing when it is none.

@@ -46,6 +46,10 @@ Fitted fit(const Column& column, const Form& form, const std::vector<Json>& rows
   if (form.has_heads) fitted.cells.push_back(column.head);
   for (const Json& row : rows) fitted.cells.push_back(printable_text(column, row));
   for (const std::string& cell : fitted.cells) fitted.longest = std::max(fitted.longest, places(cell));
+  if (form.is_growing && !form.is_wide) {
+    fitted.longest = fitted.width = static_cast<size_t>(column.width);
+    return fitted;
+  }
   fitted.width = form.is_wide ? fitted.longest : std::min(fitted.longest, static_cast<size_t>(column.width));
   return fitted;
 }
