@@ -22,7 +22,7 @@ struct Context {
 };
 
 void add_database_commands(CLI::App& app, Context& context);   // init and check
-void add_dump_commands(CLI::App& app, Context& context);       // import
+void add_dump_commands(CLI::App& app, Context& context);       // import and export
 void add_list_commands(CLI::App& app, Context& context);       // sensors and the other lists
 void add_event_log_commands(CLI::App& app, Context& context);  // sel
 void add_job_commands(CLI::App& app, Context& context);        // jobs

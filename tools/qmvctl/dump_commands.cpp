@@ -1,8 +1,9 @@
-// import.
+// import and export.
 #include <algorithm>
 #include <memory>
 
 #include "command_groups.h"
+#include "export.h"
 #include "import.h"
 #include "list_command.h"
 #include "reports.h"
@@ -53,11 +54,21 @@ std::shared_ptr<DumpFiles> add_files(CLI::App& command) {
   return files;
 }
 
+void print_notes(const Context& context, const std::vector<std::string>& notes) {
+  for (const std::string& note : notes) context.err << "qmvctl: note: " << note << '\n';
+}
+
 void import(const Context& context, const ImportFiles& files) {
   Database database = Database::open(context.file);
   const Inventory stored = import_files(database, files);
-  for (const std::string& note : stored.notes) context.err << "qmvctl: note: " << note << '\n';
+  print_notes(context, stored.notes);
   report(context.out, context.form, files, stored);
+}
+
+void export_to(const Context& context, const ImportFiles& files) {
+  const Exported exported = export_files(Database::open(context.file), files);
+  print_notes(context, exported.notes);
+  report(context.out, context.form, exported);
 }
 
 }  // namespace
@@ -67,6 +78,11 @@ void add_dump_commands(CLI::App& app, Context& context) {
   const auto files = add_files(*importing);
   add_example(*importing, "qmvctl import --sdr server.sdr --fru 0=fru0.bin --sel server.sel");
   importing->callback([&context, files] { import(context, *files); });
+
+  CLI::App* exporting = app.add_subcommand("export", "Write what the tables hold as raw dumps again");
+  const auto targets = add_files(*exporting);
+  add_example(*exporting, "qmvctl export --sdr server.sdr --fru 0=fru0.bin --sel server.sel");
+  exporting->callback([&context, targets] { export_to(context, *targets); });
 }
 
 }  // namespace qmvctl

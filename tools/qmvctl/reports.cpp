@@ -119,6 +119,16 @@ void report(std::ostream& out, const Form& form, const ImportFiles& files, const
   }
 }
 
+void report(std::ostream& out, const Form& form, const Exported& exported) {
+  Json files = Json::array();
+  std::string text;
+  for (const Exported::File& file : exported.files) {
+    files.push_back({{"file", file.name}, {"bytes", file.size}});
+    text += (text.empty() ? "" : "\n") + ("wrote " + file.name) + ", " + counted(file.size, "byte");
+  }
+  report(out, form, {{"written", files}, {"notes", exported.notes}}, text);
+}
+
 void report(std::ostream& out, const Form& form, const std::vector<Checked>& files) {
   if (form.kind == Form::Kind::kTable) {
     for (const Checked& checked : files) print_findings(out, checked);

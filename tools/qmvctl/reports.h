@@ -8,6 +8,7 @@
 
 #include "check.h"
 #include "commands.h"
+#include "export.h"
 #include "import.h"
 #include "inventory.h"
 #include "listing.h"
@@ -28,6 +29,9 @@ void report(std::ostream& out, const Form& form, const Json& json, const std::st
 std::string counted(size_t count, const std::string& what);
 
 void report(std::ostream& out, const Form& form, const Purged& purged);
+
+// What an export wrote, without the notes.
+void report(std::ostream& out, const Form& form, const Exported& exported);
 
 // What checks found in files.
 struct Checked {

@@ -8,8 +8,6 @@ namespace qmvctl {
 
 namespace {
 
-constexpr char kBcdPlus[] = "0123456789 -.:,_";
-
 void append_utf8(std::string& text, unsigned character) {
   if (character < 0x80) {
     text += static_cast<char>(character);
