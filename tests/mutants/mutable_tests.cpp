@@ -3,15 +3,16 @@
 //   mutable_tests                              runs them
 //   mutable_tests texts LIBRARY KNOWN [N/M]    are the texts of the library held by its tests? In each fixed text one letter,
 //       one blank or tab, one punctuation mark and one conversion of each kind is changed, one at a time, in a process of
-//       its own; the tests that meet the text must notice. LIBRARY is the loaded file with the texts, KNOWN lists the
-//       survivors that are explained; N/M tries the N-th of M parts. Prints the other survivors and figures, and exits 1
-//       when there is such a one.
+//       its own; the tests must notice. LIBRARY is the loaded file with the texts, KNOWN lists the survivors that are
+//       explained; N/M tries the N-th of M parts. Prints the other survivors and figures, and exits 1 when there is such
+//       a one.
 #include <gtest/gtest.h>
 #include <link.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <csignal>
 #include <cstdio>
@@ -47,7 +48,7 @@ struct Mutant {
   }
 };
 
-// The read-only segments of a loaded file that hold no code.
+// The read-only segments of a loaded file that hold no code, each up to the unwinding tables.
 std::vector<std::pair<char*, std::size_t>> constants(const std::string& library) {
   struct Search {
     std::string library;
@@ -57,10 +58,16 @@ std::vector<std::pair<char*, std::size_t>> constants(const std::string& library)
       [](dl_phdr_info* info, std::size_t, void* to) {
         auto& here = *static_cast<Search*>(to);
         if (std::string(info->dlpi_name).find(here.library) == std::string::npos) return 0;
-        for (int i = 0; i < info->dlpi_phnum; ++i) {
-          const auto& segment = info->dlpi_phdr[i];
-          if (segment.p_type == PT_LOAD && segment.p_flags == PF_R)
-            here.found.emplace_back(reinterpret_cast<char*>(info->dlpi_addr + segment.p_vaddr), segment.p_memsz);
+        const auto* const segments = info->dlpi_phdr;
+        const auto* const end = segments + info->dlpi_phnum;
+        const auto* const unwinding =
+            std::find_if(segments, end, [](const auto& segment) { return segment.p_type == PT_GNU_EH_FRAME; });
+        for (const auto* segment = segments; segment != end; ++segment) {
+          if (segment->p_type != PT_LOAD || segment->p_flags != PF_R) continue;
+          std::size_t size = segment->p_memsz;
+          if (unwinding != end && unwinding->p_vaddr - segment->p_vaddr < size)
+            size = unwinding->p_vaddr - segment->p_vaddr;
+          here.found.emplace_back(reinterpret_cast<char*>(info->dlpi_addr + segment->p_vaddr), size);
         }
         return 1;
       },
@@ -149,8 +156,8 @@ void add_mutants(std::vector<Mutant>& mutants, const Text& text) {
   add(is_number, [](char) { return 'x'; });
 }
 
-// Whether the tests that meet the text fail, crash or hang with the mutant.
-bool is_noticed(const Mutant& mutant) {
+// Whether these tests fail, crash or hang with the mutant.
+bool is_noticed_by(const std::string& tests, const Mutant& mutant) {
   std::fflush(nullptr);
   const pid_t child = fork();
   if (child == 0) {
@@ -160,7 +167,7 @@ bool is_noticed(const Mutant& mutant) {
     mprotect(reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(at) / page * page), page, PROT_READ | PROT_WRITE);
     *at = mutant.to;
     if (std::freopen("/dev/null", "w", stdout) == nullptr) _exit(2);
-    testing::GTEST_FLAG(filter) = mutant.text->tests;
+    testing::GTEST_FLAG(filter) = tests;
     testing::GTEST_FLAG(fail_fast) = true;
     const int status = RUN_ALL_TESTS();
     _exit(status == 0 ? 0 : 1);
@@ -168,6 +175,11 @@ bool is_noticed(const Mutant& mutant) {
   int status = 0;
   waitpid(child, &status, 0);
   return !(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+}
+
+// The tests that meet the text are asked first, which is quick; it may be another text that they met, so then all.
+bool is_noticed(const Mutant& mutant) {
+  return is_noticed_by(mutant.text->tests, mutant) || is_noticed_by("*", mutant);
 }
 
 std::set<std::string> lines_of(const char* file) {
@@ -205,6 +217,9 @@ int main(int argument_count, char** arguments) {
   std::vector<Text> texts = texts_of(arguments[2]);
   for (Text& text : texts) text.tests = meetings->of(text);
   delete listeners.Release(meetings);
+  if (texts.empty()) return std::puts("no text of the library is loaded"), 1;
+  if (is_noticed({&texts[0], 0, texts[0].whole[0]}))
+    return std::puts("the tests fail with a text that is not changed"), 1;
   std::vector<Mutant> mutants;
   for (const Text& text : texts) add_mutants(mutants, text);
 

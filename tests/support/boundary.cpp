@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -149,7 +150,7 @@ const char* __real_sqlite3_errmsg(sqlite3* db);
 int __real_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context);
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  return qmv::test::allocated([=] { return __real_calloc(count, size); });
+  return qmv::test::allocated([=] { return __real_calloc(std::min(count, boundary().largest_array), size); });
 }
 
 void* __wrap_malloc(std::size_t size) {

@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -52,6 +53,7 @@ struct Boundary {
   std::string fixed_files = "/nonexistent";  // the folder that stands for the fixed paths' own
   int fail_allocation = 0;
   bool allocations_stay_failing = false;  // the one that fails, and all behind it
+  std::size_t largest_array = SIZE_MAX;   // of a larger one only so many elements are there: memory is overcommitted
   int fail_text = 0;
   int miss_statement = 0;  // prepared with success, but there is none
   Faults opens, prepares, steps, finalizes, execs;

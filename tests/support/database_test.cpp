@@ -121,6 +121,7 @@ std::string DatabaseTest::scratch() {
 DatabaseTest::Connection DatabaseTest::open(const std::string& path) {
   sqlite3* connection = nullptr;
   EXPECT_EQ(SQLITE_OK, __real_sqlite3_open(path.c_str(), &connection));
+  sql(connection, "pragma synchronous = off;");  // the file does not outlive the test
   return Connection(connection);
 }
 

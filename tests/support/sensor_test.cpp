@@ -1,6 +1,5 @@
 #include "support/sensor_test.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace qmv::test {
@@ -53,19 +52,6 @@ void SensorTest::expect_row(int first, const std::string& key) {
 std::string SensorTest::printed() {
   const std::string text = testing::internal::GetCapturedStderr();
   testing::internal::CaptureStderr();
-  return text;
-}
-
-void SensorTest::expect_begins(const std::string& begin, const std::string& text) {
-  EXPECT_EQ(begin, text.substr(0, begin.size()));
-}
-
-void SensorTest::expect_ends(const std::string& end, const std::string& text) {
-  EXPECT_EQ(end, text.substr(text.size() - std::min(text.size(), end.size())));
-}
-
-std::string SensorTest::without_blanks(std::string text) {
-  std::erase_if(text, [](char c) { return c == ' ' || c == '\t'; });
   return text;
 }
 

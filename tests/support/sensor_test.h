@@ -34,6 +34,8 @@ struct SensorTable {
   Get<std::int32_t, std::int32_t*> get_all_by_mask;
   Get<const char*> get_by_key;
 
+  std::string insert;  // of the record 100
+  std::string update;
   std::string counted;
   std::string count_without_table_print;  // on standard error
   std::string already_present;
@@ -72,10 +74,6 @@ class SensorTest : public TableTest {
   static std::string printed();
 
   const Field& device_id() const { return table_.fields[0]; }
-
-  static void expect_begins(const std::string& begin, const std::string& text);
-  static void expect_ends(const std::string& end, const std::string& text);
-  static std::string without_blanks(std::string text);
 
   const SensorTable& table_;
 };

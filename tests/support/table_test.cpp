@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <regex>
 
 namespace qmv::test {
 
@@ -19,6 +20,16 @@ TableTest::Bytes TableTest::sample(int first) const {
   const Texts all = values(first);
   for (std::size_t i = 0; i < all.size(); ++i) put(record, record_table_.fields[i], all[i]);
   return record;
+}
+
+TableTest::Bytes TableTest::sample_with_quotes(int first) const {
+  Bytes record = sample(first);
+  for (const Field& field : texts()) put(record, field, "t'" + member(record, field).substr(1));
+  return record;
+}
+
+std::string TableTest::with_quotes(const std::string& statement) {
+  return std::regex_replace(statement, std::regex("'t([0-9])"), "'t''$1");
 }
 
 TableTest::Row TableTest::first_row() {

@@ -72,6 +72,10 @@ class TableTest : public DatabaseTest {
   // A record that such a row makes.
   Bytes sample(int first) const;
 
+  // The same with a quote behind the t of each text, and the statement that is given for it, made of the sample's.
+  Bytes sample_with_quotes(int first) const;
+  static std::string with_quotes(const std::string& statement);
+
   // A select of all columns, standing on its first row.
   using Row = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
   Row first_row();

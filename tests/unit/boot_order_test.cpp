@@ -84,10 +84,10 @@ TEST_F(BootOrder, GetAllLeavesTheHostFlagZero) {
 }
 
 TEST_F(BootOrder, SetInsertsEveryMemberUnderItsColumn) {
-  EXPECT_EQ(0, set(entry("a'b", 2, 3)));
-  EXPECT_EQ(Texts({"a'b|2|3"}), rows());
+  EXPECT_EQ(0, set(entry("a'b", 12, 13)));
+  EXPECT_EQ(Texts({"a'b|12|13"}), rows());
   EXPECT_EQ(Texts({"insert into boot_order (InstanceID, AssignedSequence, isHost)                         values "
-                   "('a''b', '2', '3');"}),
+                   "('a''b', '12', '13');"}),
             statements());
   EXPECT_EQ(Lines({was_set()}), logged());
 }
@@ -128,8 +128,9 @@ TEST_F(BootOrder, SetWhoseUpdateFailsReturnsOneWithSqlitesText) {
 TEST_F(BootOrder, SetOnALockedDatabaseReturnsOneWithSqlitesText) {
   const std::string path = scratch() + "/boot.db";
   const Connection owner = open(path);
-  sql(owner.get(), "create table boot_order (InstanceID, AssignedSequence, isHost); begin exclusive;");
+  sql(owner.get(), "create table boot_order (InstanceID, AssignedSequence, isHost);");
   const Connection other = open(path);
+  sql(owner.get(), "begin exclusive;");
   const Record record = entry("disk", 1, 1);
   EXPECT_EQ(1, db_set_boot_order(other.get(), &record));
   EXPECT_EQ(Lines({execution_failed(), trace("DB Error: database is locked \n")}), logged());

@@ -133,11 +133,12 @@ TEST_F(ConcreteJobs, NegativeCountIsTakenForAnEmptyTable) {
 
 TEST_F(ConcreteJobs, FirstJobGoesOnFromTheRowWhoseNumberIsTheNumberOfRows) {
   in_new_process([&] {
-    for (const char* each : {"'Job-30'", "'Job-40'", "'Job-17'"}) add(each);
+    for (int row = 1; row <= 11; ++row) add("'Job-" + std::to_string(30 + row) + "'");
+    add("'Job-17'");
     EXPECT_EQ("Job-18", create());
     const Texts all = statements();
     ASSERT_EQ(3u, all.size());
-    EXPECT_EQ("select * from concrete_job where rowid='3';", all[1]);
+    EXPECT_EQ("select * from concrete_job where rowid='12';", all[1]);
     EXPECT_EQ(Lines({counted(), stored()}), logged());
   });
 }
@@ -376,6 +377,19 @@ TEST_F(ConcreteJobThatExists, IsUpdatedButForItsRemovalTime) {
   });
 }
 
+TEST_F(ConcreteJobThatExists, IsUpdatedWithTheQuotesOfItsTexts) {
+  in_new_process([&] {
+    const Bytes record = sample_with_quotes(100);
+    std::memcpy(&job, record.data(), sizeof(job));
+    sql("update concrete_job set InstanceID = 't''100-1';");
+    EXPECT_EQ(0, set());
+    EXPECT_EQ(Texts({"t'100-1|t'101|t'103|t'105|t'107"}),
+              rows_of("select InstanceID, ElementName, JobStatus, OperationalStatus, TimeBeforeRemoval from "
+                      "concrete_job;"));
+    logged();
+  });
+}
+
 TEST_F(ConcreteJobThatExists, IsStoredBoundedByTheWidthsToo) {
   in_new_process([&] {
     std::memset(&job, '1', sizeof(job));
@@ -488,12 +502,14 @@ TEST_F(ConcreteJobs, ModifyChangesStatusPercentageAndState) {
   insert(100);
   insert(200);
   sql("update concrete_job set InstanceID = 'Bob''s-2' where InstanceID = 't200';");
-  EXPECT_EQ(0, db_modify_concretejob(db, "Bob's-2", "it's done", "2, 17", 100, 7));
-  EXPECT_EQ(Texts({"Update concrete_job SET InstanceID='Bob''s-2',JobStatus='it''s done',OperationalStatus='2, 17',"
-                   "PercentComplete='100',JobState='7' where InstanceID='Bob''s-2';"}),
-            statements());
-  EXPECT_EQ(Texts({"t100|t101|102|t103|104|t105|106|t107|108", "Bob's-2|t201|7|it's done|204|2, 17|100|t207|208"}),
-            rows_of("select * from concrete_job;"));
+  EXPECT_EQ(0, db_modify_concretejob(db, "Bob's-2", "it's done", "won't go on", 100, 10));
+  EXPECT_EQ(
+      Texts({"Update concrete_job SET InstanceID='Bob''s-2',JobStatus='it''s done',OperationalStatus='won''t go on',"
+             "PercentComplete='100',JobState='10' where InstanceID='Bob''s-2';"}),
+      statements());
+  EXPECT_EQ(
+      Texts({"t100|t101|102|t103|104|t105|106|t107|108", "Bob's-2|t201|10|it's done|204|won't go on|100|t207|208"}),
+      rows_of("select * from concrete_job;"));
 }
 
 class ConcreteJobPurge : public ConcreteJobs {

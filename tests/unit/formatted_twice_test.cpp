@@ -46,7 +46,7 @@ class FormattedLikeSqlite : public testing::TestWithParam<const char*> {};
 INSTANTIATE_TEST_SUITE_P(Texts, FormattedLikeSqlite,
                          testing::Values("100%", "100%%", "%%%%d", "%%d%%", "a%yb%%", "a%", "a%5", "a%-", "a%.", "a%l",
                                          "a%5.", "a%5.3", "a% yb", "a%'b", "a%;b", "a%5-db", "a%llldb", "a%%%%%%b%kc",
-                                         "a%Tb", "a%5Sb", "a% %b", "a%l%b", "a%.2%b", "a%-+ #!0,%b"));
+                                         "a%Tb", "a%5Sb", "a% %b", "a%l%b", "a%.2%b", "a%-+ #!0,%b", "a%%b*"));
 
 // SQLite itself may only be asked where there is no directive that would take an argument.
 TEST_P(FormattedLikeSqlite, WhereNothingIsTaken) {

@@ -40,7 +40,7 @@ class FruLocator : public DatabaseTest {
   }
 
   static fru_locator_sdr_rec sample() {
-    fru_locator_sdr_rec record{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, {}};
+    fru_locator_sdr_rec record{11, 12, 13, 14, 15, 16, 17, 18, 19, 20, {}};
     put(record.DevIdStr, "a'k");
     return record;
   }
@@ -154,10 +154,10 @@ TEST_F(FruLocator, SetInsertsEveryFieldUnderItsColumn) {
   EXPECT_EQ(0, db_set_fru_locator_sdr_info(db, &record));
   EXPECT_EQ(
       Texts({"insert into fru_locator_sdr (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, \t\t\tChannelNumber, DevType, "
-             "DevTypeModifier, EntityID, EntityInst,\t\t\tOEMField, IDStrLen, DevIdStr) values (1, 2, 3, 4, 5, 6, "
-             "\t\t\t7, 8, 9, 10, 'a''k');"}),
+             "DevTypeModifier, EntityID, EntityInst,\t\t\tOEMField, IDStrLen, DevIdStr) values (11, 12, 13, 14, "
+             "15, 16, \t\t\t17, 18, 19, 20, 'a''k');"}),
       statements());
-  EXPECT_EQ(Texts({"1|2|3|4|5|6|7|8|9|10|a'k"}), stored());
+  EXPECT_EQ(Texts({"11|12|13|14|15|16|17|18|19|20|a'k"}), stored());
   EXPECT_EQ(Lines({trace("Successfully update the FRU_LOCATOR_SDR record")}), logged());
 }
 
@@ -165,14 +165,15 @@ TEST_F(FruLocator, SetOnAnExistingKeyKeepsTheRow) {
   fru_locator_sdr_rec record = sample();
   db_set_fru_locator_sdr_info(db, &record);
   logged();
-  put(record.DevIdStr, "changed");
+  put(record.DevIdStr, "it's changed");
   record.DevType = 50;
   EXPECT_EQ(0, db_set_fru_locator_sdr_info(db, &record));
-  EXPECT_EQ(Texts({"1|2|3|4|5|6|7|8|9|10|a'k"}), stored());
+  EXPECT_EQ(Texts({"11|12|13|14|15|16|17|18|19|20|a'k"}), stored());
   EXPECT_EQ(
-      "update fru_locator_sdr set FruIDSlaveAddr=1, DeviceAccessAddr=2, \t\t\tLUNBusID=3, ChannelNumber=4, DevType=50, "
-      "DevTypeModifier=6, \t\t\tEntityID=7, EntityInst=8, OEMField=9, IDStrLen=10, \t\t\tDevIdStr='changed' where "
-      "FruIDSlaveAddr=1 and DeviceAccessAddr=2, \t\t\tLUNBusID=3 and ChannelNumber=4 ;",
+      "update fru_locator_sdr set FruIDSlaveAddr=11, DeviceAccessAddr=12, \t\t\tLUNBusID=13, ChannelNumber=14, "
+      "DevType=50, DevTypeModifier=16, \t\t\tEntityID=17, EntityInst=18, OEMField=19, IDStrLen=20, "
+      "\t\t\tDevIdStr='it''s changed' where FruIDSlaveAddr=11 and DeviceAccessAddr=12, \t\t\tLUNBusID=13 and "
+      "ChannelNumber=14 ;",
       statements().back());
   EXPECT_EQ(Lines({execution_failed(), trace("FRU_LOCATOR_SDR record is already present with that key"),
                    execution_failed(), trace("Successfully update the FRU_LOCATOR_SDR record")}),
@@ -204,7 +205,7 @@ TEST_F(FruLocator, SetAndGetBringARecordBack) {
   const fru_locator_sdr_rec record = sample();
   db_set_fru_locator_sdr_info(db, &record);
   Owned<fru_locator_sdr_rec> back;
-  EXPECT_EQ(0, db_get_fru_locator_sdr_info(db, 1, 2, 3, 4, back.out()));
+  EXPECT_EQ(0, db_get_fru_locator_sdr_info(db, 11, 12, 13, 14, back.out()));
   EXPECT_EQ(0, std::memcmp(&record, back.get(), sizeof(record)));
   logged();
 }

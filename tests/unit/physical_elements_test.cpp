@@ -661,6 +661,18 @@ TEST_F(PhysicalAssets, WithoutMemoryForTheResultFailInSilence) {
   for (const LogLine& line : logged()) EXPECT_EQ("db_sdrd.c", line.module);
 }
 
+TEST_F(PhysicalAssets, OfMoreSensorsThanAnInt32CountsFail) {
+  insert(kCompactSensors, 1000);
+  insert(kFullSensors, 1000);
+  sqlite3_create_function(
+      db, "count", 0, SQLITE_UTF8, nullptr, nullptr, [](sqlite3_context*, int, sqlite3_value**) {},
+      [](sqlite3_context* context) { sqlite3_result_int(context, INT32_MAX / 2 + 1); });
+  boundary().largest_array = 1;
+  EXPECT_EQ(1, get(4));
+  expect_nothing();
+  EXPECT_EQ(Lines(), own_lines());
+}
+
 TEST_F(PhysicalAssets, WhoseFinalizeFailsFail) {
   insert(kCompactSensors, 1000);
   insert(kFullSensors, 1000);

@@ -152,26 +152,17 @@ TEST_F(PowerSupplies, OfOneSensorNumberAreNamedAfterTheFirstRowThatIsOne) {
   EXPECT_EQ(first + ":PowerSupply", found);
 }
 
-// A number that is one more each time that it is asked for.
-int next_number = 0;
-
-int provide_next_number(sqlite3* db, char**, const sqlite3_api_routines*) {
-  const auto next = [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_int(context, next_number++); };
-  return sqlite3_create_function(db, "next_number", 0, SQLITE_UTF8, nullptr, next, nullptr, nullptr);
-}
-
 TEST_F(PowerSupplies, AreNotFoundInARowThatReadsAsAnotherNumberThanItWasChosenBy) {
+  insert("compact_sdr", 10, 1, 49);
   insert("full_sdr", 10, 2, 48);
-  sqlite3_auto_extension(reinterpret_cast<void (*)()>(provide_next_number));
   in_file(
-      "drop table compact_sdr; create view compact_sdr as select 10 EntityID, 1 EntityInstance, next_number() "
-      "SensorNum, "
-      "1024 PhysicalElement;");
-  next_number = 48;
+      "create index damaged on compact_sdr (EntityID) where SensorNum = 49;"
+      "pragma writable_schema = on;"
+      "update sqlite_master set sql = replace(sql, '49', '48') where name = 'damaged';");
+  ASSERT_EQ(Texts({"10|1|49", "10|2|48"}), rows_of(open(scratch() + "/cim.db").get(), find_statement("48")))
+      << "SQLite believes the index";
   EXPECT_EQ(0, find(48));
-  EXPECT_EQ(50, next_number) << "chosen as 48, read as 49";
   EXPECT_EQ("10:2:48:PowerSupply", found);
-  sqlite3_reset_auto_extension();
 }
 
 TEST_F(PowerSupplies, AreNotTheSensorsOfOtherEntities) {

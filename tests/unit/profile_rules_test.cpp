@@ -379,6 +379,14 @@ TEST_P(ProfileSet, UpdateIsGivenToSqliteAsItIsWritten) {
   EXPECT_EQ(lines_of_an_update(), logged());
 }
 
+TEST_P(ProfileSet, DoublesTheQuotesOfEveryTextInBothStatements) {
+  const std::string insert = with_quotes(GetParam().insert);
+  set(sample_with_quotes(100));
+  set(sample_with_quotes(100));
+  EXPECT_EQ(Texts({insert, insert, with_quotes(GetParam().update)}), statements());
+  logged();
+}
+
 TEST_P(ProfileSet, IgnoresAFailingUpdate) {
   insert(100);
   boundary().execs = {{2, SQLITE_IOERR}};

@@ -244,11 +244,11 @@ class TextRedirection : public DatabaseTest {
 };
 
 TEST_F(TextRedirection, ModifyingTheServiceSetsBothItsStates) {
-  EXPECT_EQ(0, db_modify_trs_rs(db, 7, 0));
-  EXPECT_EQ(Texts({"update textredirectionservice set EnabledState='7',RequestedState='7' where "
+  EXPECT_EQ(0, db_modify_trs_rs(db, 17, 0));
+  EXPECT_EQ(Texts({"update textredirectionservice set EnabledState='17',RequestedState='17' where "
                    "Name='TextRedirectionService1';"}),
             statements());
-  EXPECT_EQ(Texts({"2|3", "7|7", "22|23"}), service_states());
+  EXPECT_EQ(Texts({"2|3", "17|17", "22|23"}), service_states());
 }
 
 TEST_F(TextRedirection, ModifyingTheServiceWithoutAnAccessPointsStateLeavesTheAccessPoint) {
@@ -279,11 +279,11 @@ TEST_F(TextRedirection, ModifyingTheServiceReturnsOneWhenTheAccessPointsUpdateFa
 }
 
 TEST_F(TextRedirection, ModifyingTheAccessPointSetsBothItsStates) {
-  EXPECT_EQ(0, db_modify_textSAP_rs(db, 7));
-  EXPECT_EQ(Texts({"update textredirectionsap set RequestedState='7',EnabledState='7' where "
+  EXPECT_EQ(0, db_modify_textSAP_rs(db, 17));
+  EXPECT_EQ(Texts({"update textredirectionsap set RequestedState='17',EnabledState='17' where "
                    "Name='TextRedirectionSAP1';"}),
             statements());
-  EXPECT_EQ(Texts({"1|2", "7|7", "21|22"}), access_point_states());
+  EXPECT_EQ(Texts({"1|2", "17|17", "21|22"}), access_point_states());
 }
 
 TEST_F(TextRedirection, ModifyingTheAccessPointReturnsOneWhenItsUpdateFails) {

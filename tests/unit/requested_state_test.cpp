@@ -44,9 +44,9 @@ class RequestedState : public TableTest {
 
 constexpr char kSelect[] =
     "select * from request_state_change where ClassName='t100' and KeyProperty='t102' and KeyValue='t103';";
-constexpr char kInsert[] = "insert into request_state_change values('t100', 5, 't102', 't103');";
+constexpr char kInsert[] = "insert into request_state_change values('t100', 25, 't102', 't103');";
 constexpr char kUpdate[] =
-    "update request_state_change set RequestedState=5 where ClassName='t100' and KeyProperty='t102' and "
+    "update request_state_change set RequestedState=25 where ClassName='t100' and KeyProperty='t102' and "
     "KeyValue='t103';";
 
 TEST_F(RequestedState, CountReturnsTheNumberOfRowsInTheWordsOfAnotherTable) {
@@ -167,9 +167,9 @@ TEST_F(RequestedState, GetReadsANullStateAsZero) {
 }
 
 TEST_F(RequestedState, SetInsertsEveryMemberUnderItsColumn) {
-  record.RequestedState = 5;
+  record.RequestedState = 25;
   EXPECT_EQ(0, set());
-  EXPECT_EQ("t100|5|t102|t103",
+  EXPECT_EQ("t100|25|t102|t103",
             value_of("select ClassName, RequestedState, KeyProperty, KeyValue from request_state_change;"));
   EXPECT_EQ(Texts({kInsert}), statements());
   EXPECT_EQ(Lines({was_set()}), logged());
@@ -178,9 +178,9 @@ TEST_F(RequestedState, SetInsertsEveryMemberUnderItsColumn) {
 TEST_F(RequestedState, SetUpdatesTheStateOfTheSameKeys) {
   insert(100);
   insert(200);
-  record.RequestedState = 5;
+  record.RequestedState = 25;
   EXPECT_EQ(0, set());
-  EXPECT_EQ(Texts({"t100|5|t102|t103", "t200|201|t202|t203"}), rows_of("select * from request_state_change;"));
+  EXPECT_EQ(Texts({"t100|25|t102|t103", "t200|201|t202|t203"}), rows_of("select * from request_state_change;"));
   EXPECT_EQ(Texts({kInsert, kUpdate}), statements());
   EXPECT_EQ(Lines({execution_failed(), present(), was_set()}), logged());
 }

@@ -194,8 +194,7 @@ TEST_P(Sensors, SetInsertsEveryMemberUnderItsColumn) {
   EXPECT_EQ(0, set(sample(100)));
   expect_row(100, "t100");
   EXPECT_EQ(Lines({trace(table_.was_set)}), logged());
-  EXPECT_EQ("insertinto" + table_.name + "(" + joined(names()) + ")values(" + joined(literals(100)) + ");",
-            without_blanks(joined(statements())));
+  EXPECT_EQ(Texts({table_.insert}), statements());
 }
 
 TEST_P(Sensors, SetOnAnExistingKeyReplacesEveryColumnOfThatRowOnly) {
@@ -213,11 +212,15 @@ TEST_P(Sensors, SetOnAnExistingKeyReplacesEveryColumnOfThatRowOnly) {
 TEST_P(Sensors, SetUpdatesWithEveryColumnInOrderAndThenTheKey) {
   insert(100);
   set(sample(100));
-  Texts assignments;
-  for (std::size_t i = 0; i < names().size(); ++i) assignments.push_back(names()[i] + "=" + literals(100)[i]);
-  const Texts given = statements();
-  ASSERT_EQ(2u, given.size());
-  EXPECT_EQ("update" + table_.name + "set" + joined(assignments) + "whereDeviceID='t100';", without_blanks(given[1]));
+  EXPECT_EQ(Texts({table_.insert, table_.update}), statements());
+  logged();
+}
+
+TEST_P(Sensors, SetDoublesTheQuotesOfEveryTextInBothStatements) {
+  const std::string insert = with_quotes(table_.insert);
+  set(sample_with_quotes(100));
+  set(sample_with_quotes(100));
+  EXPECT_EQ(Texts({insert, insert, with_quotes(table_.update)}), statements());
   logged();
 }
 

@@ -118,7 +118,7 @@ class Watchdog : public DatabaseTest {
     put(made.instance_id, "dog");
     put(made.ele_name, "name");
     put(made.req_states_supported, "2,3");
-    made.ele_name_edit_supported = 4;
+    made.ele_name_edit_supported = 14;
     made.max_ele_name_len = -5;
     put(made.act_on_exp_supported, "reset");
     put(made.last_exp_data_supported, "last");
@@ -193,9 +193,9 @@ TEST_F(Watchdog, SetInsertsEveryFieldUnderItsColumn) {
       Texts({"insert into pwds_capabilities "
              "(instance_id,ele_name,req_states_supported,ele_name_edit_supported,\t\t\t\t\tmax_ele_name_len,act_on_exp_"
              "supported,last_exp_data_supported,wdt_data_supported) \t\t\t\t\tvalues ('dog', 'name', '2,3', "
-             "'4','-5','reset', 'last','data');"}),
+             "'14','-5','reset', 'last','data');"}),
       statements());
-  EXPECT_EQ(Texts({"dog|name|2,3|4|-5|reset|last|data"}), rows());
+  EXPECT_EQ(Texts({"dog|name|2,3|14|-5|reset|last|data"}), rows());
   EXPECT_EQ(Lines({was_set()}), logged());
 }
 
@@ -206,11 +206,11 @@ TEST_F(Watchdog, SetOnAnExistingKeyUpdatesThatRow) {
   EXPECT_EQ(0, db_set_pwds_capablities(db, &dog));
   EXPECT_EQ(
       "update pwds_capabilities set "
-      "instance_id='dog',ele_name='name',req_states_supported='2,3',ele_name_edit_supported='4',"
+      "instance_id='dog',ele_name='name',req_states_supported='2,3',ele_name_edit_supported='14',"
       "\t\t\t\t\tmax_ele_name_len='-5',act_on_exp_supported='reset',last_exp_data_supported='last',wdt_data_"
       "supported='data' where instance_id='dog';",
       statements().back());
-  EXPECT_EQ(Texts({"dog|name|2,3|4|-5|reset|last|data", "cat|n|r|1|64|a|l|w"}), rows());
+  EXPECT_EQ(Texts({"dog|name|2,3|14|-5|reset|last|data", "cat|n|r|1|64|a|l|w"}), rows());
   EXPECT_EQ(Lines({execution_failed(), present(), was_set()}), logged());
 }
 
@@ -233,7 +233,7 @@ TEST_F(Watchdog, EveryTextOfTheInsertIsTakenAsItIsAndOfTheUpdateIsEscaped) {
     put(dog.last_exp_data_supported, "l''l");
     put(dog.wdt_data_supported, "w''w");
     EXPECT_EQ(0, db_set_pwds_capablities(db, &dog));
-    EXPECT_EQ(updated ? Texts({"i|n''n|r''r|4|-5|a''a|l''l|w''w"}) : Texts({"i|n'n|r'r|4|-5|a'a|l'l|w'w"}), rows());
+    EXPECT_EQ(updated ? Texts({"i|n''n|r''r|14|-5|a''a|l''l|w''w"}) : Texts({"i|n'n|r'r|14|-5|a'a|l'l|w'w"}), rows());
   }
   logged();
 }
@@ -273,7 +273,7 @@ TEST_F(Watchdog, SetReadsFullTextFieldsNoFurtherThanTheirWidth) {
   put(dog.act_on_exp_supported, std::string(32, 'a'));
   put(dog.last_exp_data_supported, std::string(32, 'l'));
   put(dog.wdt_data_supported, std::string(32, 'w'));
-  const std::string row = std::string(256, 'i') + "|" + std::string(256, 'n') + "|" + std::string(32, 'r') + "|4|-5|" +
+  const std::string row = std::string(256, 'i') + "|" + std::string(256, 'n') + "|" + std::string(32, 'r') + "|14|-5|" +
                           std::string(32, 'a') + "|" + std::string(32, 'l') + "|" + std::string(32, 'w');
   EXPECT_EQ(0, db_set_pwds_capablities(db, &dog));
   EXPECT_EQ(Texts({row}), rows());
