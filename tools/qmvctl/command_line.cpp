@@ -28,13 +28,11 @@ void add_form_options(CLI::App& app, Form& form) {
 void add_global_options(CLI::App& app, Context& context) {
   app.require_subcommand(1);
   app.fallthrough();
-  app.add_option("--db", context.file,
-                 std::string("use this database in place of ") + kInstanceDatabase.file + ", " +
-                     kTemporaryDatabase.file + " for jobs or " + kRegistry.file + " for associations")
-      ->type_name("FILE");
+  app.add_option("--db", context.file, "use this database in place of the one in /tmp or /etc")->type_name("FILE");
   add_form_options(app, context.form);
   app.add_flag_callback(
       "-v,--verbose", [] { show_traces(true); }, "write the library's traces to standard error");
+  app.get_formatter()->column_width(24);
   app.footer("qmvctl COMMAND --help says more of each, with an example.");
 }
 
@@ -44,7 +42,7 @@ int run(int argument_count, const char* const* arguments, std::ostream& out, std
   show_traces(false);
   Context context{out, err, terminal};
   context.form.has_colours = terminal.has_colours;
-  CLI::App app{"Creates, fills, checks and shows the databases of the server management controller.", "qmvctl"};
+  CLI::App app{"Looks after the databases of the server management controller.", "qmvctl"};
   add_global_options(app, context);
   add_database_commands(app, context);
   add_dump_commands(app, context);

@@ -58,9 +58,7 @@ void check(Context& context, const std::string& name) {
 void add_check(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("check", "Say what is wrong with the databases, and what to do");
   const auto name = std::make_shared<std::string>();
-  command->add_option("database", *name, "one database alone: cim, tmp_cim, smashclp or association")
-      ->type_name("DATABASE")
-      ->check(CLI::IsMember(&kKinds));
+  command->add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
   command->footer(
       "Looks for missing tables, columns that are missing, added or in another order,\n"
       "keys that are not unique, texts wider than their fields, entities without a CIM\n"
@@ -74,11 +72,9 @@ void add_check(CLI::App& app, Context& context) {
 void add_init(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("init", "Create the databases; an existing file is not touched");
   const auto name = std::make_shared<std::string>();
-  command->add_option("database", *name, "one database alone: cim, tmp_cim, smashclp or association")
-      ->type_name("DATABASE")
-      ->check(CLI::IsMember(&kKinds));
+  command->add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
   const auto has_sample = std::make_shared<bool>(false);
-  command->add_flag("--sample", *has_sample, "fill the tables of profiles and jobs with a plausible small controller");
+  command->add_flag("--sample", *has_sample, "fill profiles and jobs with a small controller");
   command->footer(
       "Without DATABASE: cim, tmp_cim and smashclp under /tmp, or none of them when\n"
       "one exists. --db names the file of one database, which is cim when DATABASE is\n"

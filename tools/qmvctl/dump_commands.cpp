@@ -60,7 +60,11 @@ void print_notes(const Context& context, const std::vector<std::string>& notes) 
 
 void import(const Context& context, const ImportFiles& files) {
   Database database = Database::open(context.file);
-  const Inventory stored = import_files(database, files);
+  Inventory stored;
+  {
+    Progress progress(context.terminal.has_progress ? &context.err : nullptr);
+    stored = import_files(database, files, progress);
+  }
   print_notes(context, stored.notes);
   report(context.out, context.form, files, stored);
 }

@@ -14,7 +14,7 @@ namespace qmvctl {
 
 namespace {
 
-const Keys kKeys{{"record_id"}, true, false, true};
+const Keys kKeys{{"record_id"}, "1", true, false, true};
 const ListCommand kEvents{"sel", "Show or change the event log", list_events, kKeys, "qmvctl sel --last 5 --wide"};
 const ListCommand kEventList{"list", "Show the events, as without a subcommand", list_events, kKeys,
                              "qmvctl sel list --type voltage"};
@@ -56,17 +56,18 @@ void add_adding(CLI::App& parent, Context& context) {
   constexpr int kBytes = 7;
   CLI::App* command = add_subcommand(parent, "add", "Add an event behind the last one");
   const auto message = std::make_shared<NewEvent>();
-  command
-      ->add_option("bytes", message->bytes,
-                   "message revision (04h), sensor type, sensor number, event direction (bit 7) and type, three bytes "
-                   "of event data")
+  command->add_option("bytes", message->bytes, "of a Platform Event message")
       ->type_name("BYTE")
       ->expected(kBytes)
       ->required();
-  command->add_option("--generator", message->generator, "generator ID, 20h when it is not given")->type_name("BYTE");
-  command->add_option("--time", message->time, "seconds since 1970-01-01 00:00, now when it is not given")
+  command->add_option("--generator", message->generator, "of the generator, 20h when it is not given")
+      ->type_name("BYTE");
+  command->add_option("--time", message->time, "since 1970-01-01 00:00, now when it is not given")
       ->type_name("SECONDS");
-  add_example(*command, "qmvctl sel add 0x04 0x02 0x47 0x01 0x59 0xFC 0xC9");
+  command->footer(
+      "The bytes are the message revision (04h), sensor type, sensor number, event\n"
+      "direction (bit 7) and event type, and three of event data.\n\n"
+      "Example:\n  qmvctl sel add 0x04 0x02 0x47 0x01 0x59 0xFC 0xC9");
   command->callback([&context, message] {
     const sel_rec event = event_of(*message);
     Database database = Database::open(context.file);

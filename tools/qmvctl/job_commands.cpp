@@ -10,17 +10,21 @@ namespace {
 const ListCommand kJobs{"jobs",
                         "Show or purge the jobs",
                         list_jobs,
-                        {{"instance_id", "element_name"}},
+                        {{"instance_id", "element_name"}, "Job-1"},
                         "qmvctl jobs purge",
                         kTemporaryDatabase};
 const ListCommand kJobList{"list",
                            "Show the jobs, as without a subcommand",
                            list_jobs,
-                           {{"instance_id", "element_name"}},
+                           {{"instance_id", "element_name"}, "Job-1"},
                            "qmvctl jobs list --wide",
                            kTemporaryDatabase};
-const ListCommand kJobErrors{"errors",           "Show the error records of jobs", list_errors,
-                             {{"error_source"}}, "qmvctl jobs errors --json",      kTemporaryDatabase};
+const ListCommand kJobErrors{"errors",
+                             "Show the error records of jobs",
+                             list_errors,
+                             {{"error_source"}, "Job-1"},
+                             "qmvctl jobs errors --json",
+                             kTemporaryDatabase};
 
 void purge(const Context& context) {
   if (!context.file.empty() && context.file != kTemporaryDatabase.file) {
@@ -36,8 +40,7 @@ void add_job_commands(CLI::App& app, Context& context) {
   CLI::App* command = add_list(app, context, kJobs);
   add_list(*command, context, kJobList);
   add_list(*command, context, kJobErrors);
-  CLI::App* purging = add_subcommand(*command, "purge",
-                                     "Delete the finished jobs that have expired, and all expired jobs' error records");
+  CLI::App* purging = add_subcommand(*command, "purge", "Delete expired finished jobs, with their errors");
   add_example(*purging, "qmvctl jobs purge --json");
   purging->callback([&context] { purge(context); });
 }

@@ -11,6 +11,9 @@ void add_show(CLI::App& parent, Context& context, const ListCommand& list) {
   CLI::App* command = add_subcommand(parent, "show", "Show one record in full");
   const auto selection = std::make_shared<Selection>();
   command->add_option("id", selection->id, "ID or name of the record")->type_name("ID")->required();
+  std::string path;
+  for (const CLI::App* each = command; each; each = each->get_parent()) path = each->get_name() + " " + path;
+  add_example(*command, path + list.keys.id_example);
   command->callback([&context, selection, list] {
     const Database database = Database::open(context.file, list.kind);
     Listing listing = list.list(database);

@@ -10,26 +10,26 @@ namespace {
 const ListCommand kSensorList{"sensors",
                               "Show the sensors with their thresholds",
                               list_sensors,
-                              {{"device_id", "name"}, true, true},
+                              {{"device_id", "name"}, "20:00:30", true, true},
                               "qmvctl sensors --type temperature --entity 7.1"};
 const ListCommand kFruList{
-    "fru", "Show the field-replaceable units", list_frus, {{"fru_id", "name"}, false, true}, "qmvctl fru show 0"};
+    "fru", "Show the field-replaceable units", list_frus, {{"fru_id", "name"}, "0", false, true}, "qmvctl fru show 0"};
 const ListCommand kProcessorList{"processors",
                                  "Show the processors",
                                  list_processors,
-                                 {{"device_id", "name"}, true, true},
+                                 {{"device_id", "name"}, "20:00:30", true, true},
                                  "qmvctl processors --entity 3.1"};
 const ListCommand kMemoryList{
-    "memory", "Show the memory", list_memory, {{"device_id", "name"}, true, true}, "qmvctl memory --csv"};
+    "memory", "Show the memory", list_memory, {{"device_id", "name"}, "20:00:30", true, true}, "qmvctl memory --csv"};
 const ListCommand kPowerSupplyList{"power-supplies",
                                    "Show the power supplies",
                                    list_power_supplies,
-                                   {{"instance", "fru"}, false, true},
+                                   {{"instance", "fru"}, "10:1:80:PowerSupply", false, true},
                                    "qmvctl power-supplies --wide"};
 const ListCommand kAssociationList{"associations",
                                    "Show the association registry",
                                    list_associations,
-                                   {{"class"}},
+                                   {{"class"}, "CIM_ElementCapabilities"},
                                    "qmvctl associations show CIM_ElementCapabilities",
                                    kRegistry};
 const ListCommand kPluginList{
@@ -40,13 +40,13 @@ const ListCommand kIndicationLists[] = {
     {"destinations",
      "Show the destinations alone",
      list_destinations,
-     {{"name"}},
+     {{"name"}, "Station1"},
      "qmvctl indications destinations --json"},
-    {"filters", "Show the filters alone", list_filters, {{"name"}}, "qmvctl indications filters --wide"},
+    {"filters", "Show the filters alone", list_filters, {{"name"}, "Station1"}, "qmvctl indications filters --wide"},
     {"subscriptions",
      "Show the subscriptions alone",
      list_subscriptions,
-     {{"destination", "filter"}},
+     {{"destination", "filter"}, "Station1"},
      "qmvctl indications subscriptions --id Station1"},
 };
 
@@ -64,10 +64,10 @@ void show_assets(const Context& context, const std::string& asset_class) {
 }
 
 void add_assets(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("assets", "Show the physical assets of a CIM class, or of all classes");
+  CLI::App* command = app.add_subcommand("assets", "Show the physical assets of a CIM class or of all");
   const auto asset_class = std::make_shared<std::string>();
-  command->add_option("class", *asset_class, CLI::detail::join(kAssetClasses, ", "))->type_name("CLASS");
-  add_example(*command, "qmvctl assets CIM_Card");
+  command->add_option("class", *asset_class, "the class, all when it is not given")->type_name("CLASS");
+  command->footer("Classes:\n  " + CLI::detail::join(kAssetClasses, "\n  ") + "\n\nExample:\n  qmvctl assets CIM_Card");
   command->callback([&context, asset_class] { show_assets(context, *asset_class); });
 }
 

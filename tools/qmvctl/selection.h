@@ -14,6 +14,7 @@ namespace qmvctl {
 // What the rows of a list can be selected by.
 struct Keys {
   std::vector<std::string> ids = {};  // members that name a row; none where rows have no names
+  const char* id_example = "";        // such a name
   bool has_type = false;              // members sensor_type and sensor_type_name
   bool has_entity = false;            // members entity_id and entity_instance
   bool has_order = false;             // the newest rows come last
