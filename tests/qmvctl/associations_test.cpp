@@ -35,6 +35,9 @@ TEST_F(Associations, AreShownWithTheirLists) {
 TEST_F(Associations, AreATableForPeople) {
   sql("insert into association values ('CIM_A', 'root/cimv2', 'x', 'y', 4, '{a,b}', '{c,d}', '{e}', '{}');");
   EXPECT_EQ(on_database({"associations"}).out,
+            "Class  Namespace   List 5  List 7\n"
+            "CIM_A  root/cimv2  a, b    e\n");
+  EXPECT_EQ(on_database({"associations", "--wide"}).out,
             "Class  Namespace   Text 2  Text 3  Flag 4  List 5  List 6  List 7  List 8\n"
             "CIM_A  root/cimv2  x       y            4  a, b    c, d    e\n");
 }

@@ -28,7 +28,7 @@ Outcome CommandTest::run(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) pointers.push_back(argument.c_str());
   std::ostringstream out;
   std::ostringstream err;
-  const int status = qmvctl::run(static_cast<int>(pointers.size()), pointers.data(), out, err);
+  const int status = qmvctl::run(static_cast<int>(pointers.size()), pointers.data(), out, err, {});
   return {status, out.str(), err.str()};
 }
 

@@ -142,5 +142,19 @@ TEST(EventName, FollowsTheGenericTypeOrTheSensorType) {
   EXPECT_EQ(event_name(0x01, 0x02, 12), "state 12");
 }
 
+TEST(Names, OfEventStatesSayHowBadTheyAre) {
+  constexpr bool kIsDeasserted = true;
+  EXPECT_EQ(event_state(0x01, 0x02, 7, false), "Warning");
+  EXPECT_EQ(event_state(0x01, 0x02, 9, false), "Critical");
+  EXPECT_EQ(event_state(0x01, 0x02, 9, kIsDeasserted), "Nominal");
+  EXPECT_EQ(event_state(0x07, 0x02, 0, false), "Nominal");
+  EXPECT_EQ(event_state(0x0B, 0x08, 1, false), "Critical");
+  EXPECT_EQ(event_state(0x6F, 0x0C, 0, false), "Warning");
+  EXPECT_EQ(event_state(0x6F, 0x23, 8, false), "Warning");
+  EXPECT_EQ(event_state(0x6F, 0x23, 4, false), "");
+  EXPECT_EQ(event_state(0x6F, 0xC5, 3, false), "");
+  EXPECT_EQ(event_state(0x01, 0x02, -1, false), "");
+}
+
 }  // namespace
 }  // namespace qmvctl::test

@@ -51,9 +51,13 @@ TEST_F(Jobs, AreATableForPeople) {
   sql("insert into concrete_job values ('Job-1', 'Flash', 10, 'verify failed', 1, '6,17', 40, '5', 1300),"
       "('Job-20', 'Boot', 4, 'going', 0, '2', 100, '60', 9);");
   const std::string table =
-      "InstanceID  Name   State      Percent  Status         Operational status  Minutes kept  Delete\n"
-      "Job-1       Flash  Exception       40  verify failed  6,17                           5       1\n"
-      "Job-20      Boot   Running        100  going          2                             60       0\n";
+      "InstanceID  Name   State      Percent  Status\n"
+      "Job-1       Flash  Exception       40  verify failed\n"
+      "Job-20      Boot   Running        100  going\n";
+  EXPECT_EQ(on_database({"jobs", "--wide"}).out,
+            "InstanceID  Name   State      Percent  Status         Operational status  Minutes kept  Delete\n"
+            "Job-1       Flash  Exception       40  verify failed  6,17                           5       1\n"
+            "Job-20      Boot   Running        100  going          2                             60       0\n");
   EXPECT_EQ(on_database({"jobs"}).out, table);
   EXPECT_EQ(on_database({"jobs", "list"}).out, table);
 }

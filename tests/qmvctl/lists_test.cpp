@@ -61,6 +61,9 @@ TEST_F(Lists, SensorsShowThresholdsInTheirUnit) {
 TEST_F(Lists, SensorsAreATableForPeople) {
   import(voltage());
   EXPECT_EQ(on_database({"sensors"}).out,
+            "DeviceID  Name       Type     Entity            Unit\n"
+            "20:00:47  BB +12.0V  Voltage  7.1 System Board  Volts\n");
+  EXPECT_EQ(on_database({"sensors", "--wide"}).out,
             "DeviceID  Name       Type     Entity            Kind  Unit     LNR     LC    LNC    UNC     UC   UNR\n"
             "20:00:47  BB +12.0V  Voltage  7.1 System Board  full  Volts  10.76  10.81  10.87  10.71  10.65  10.6\n");
 }
@@ -70,7 +73,7 @@ TEST_F(Lists, ThresholdsOfANonLinearSensorAreRaw) {
   record[23] = 0x70;
   import(record);
   EXPECT_EQ(rows({"sensors"}).at(0).at("thresholds").at("upper_critical"), Json({{"raw", 201}, {"value", nullptr}}));
-  EXPECT_NE(on_database({"sensors"}).out.find("raw C9h"), std::string::npos);
+  EXPECT_NE(on_database({"sensors", "--wide"}).out.find("raw C9h"), std::string::npos);
 }
 
 TEST_F(Lists, EventsNameTheirSensorAndItsReadings) {
@@ -82,9 +85,10 @@ TEST_F(Lists, EventsNameTheirSensorAndItsReadings) {
   EXPECT_EQ(row.at("sensor_name"), "BB +12.0V");
   EXPECT_EQ(row.at("event"), "Upper Critical going high");
   EXPECT_EQ(row.at("direction"), "asserted");
+  EXPECT_EQ(row.at("state"), "Critical");
   EXPECT_EQ(row.at("reading"), 13.36);
   EXPECT_EQ(row.at("threshold"), 10.65);
-  EXPECT_NE(on_database({"sel"}).out.find("13.36 (threshold 10.65) Volts"), std::string::npos);
+  EXPECT_NE(on_database({"sel", "--wide"}).out.find("13.36 (threshold 10.65) Volts"), std::string::npos);
 }
 
 TEST_F(Lists, EventsOfAnotherGeneratorHaveNoSensor) {
@@ -96,6 +100,7 @@ TEST_F(Lists, EventsOfAnotherGeneratorHaveNoSensor) {
   EXPECT_EQ(row.at("sensor_name"), nullptr);
   EXPECT_EQ(row.at("reading"), nullptr);
   EXPECT_EQ(row.at("direction"), "deasserted");
+  EXPECT_EQ(row.at("state"), "Nominal");
 }
 
 TEST_F(Lists, EventTimesBeforeTheClockWasSetAreSaid) {
@@ -165,16 +170,92 @@ TEST_F(Lists, AssetsWithoutAClassAreAllClasses) {
 
 TEST(Table, AlignsByCharactersNotBytes) {
   std::ostringstream out;
-  print_table(out, {{text_column("A", "a"), number_column("N", "n")},
-                    {{{"a", "\u00E4\u00E4"}, {"n", 5}}, {{"a", "bbb"}, {"n", 10}}},
-                    ""});
+  print_table(out, {},
+              {{text_column("A", 9, "a"), number_column("N", 9, "n")},
+               {{{"a", "\u00E4\u00E4"}, {"n", 5}}, {{"a", "bbb"}, {"n", 10}}},
+               ""});
   EXPECT_EQ(out.str(), "A     N\n\u00E4\u00E4    5\nbbb  10\n");
 }
 
 TEST(Table, LetsNoControlCharacterThrough) {
   std::ostringstream out;
-  print_table(out, {{text_column("A", "a")}, {{{"a", "x\x1B[2Jy\nz\x7F"}}}, ""});
+  print_table(out, {}, {{text_column("A", 20, "a")}, {{{"a", "x\x1B[2Jy\nz\x7F"}}}, ""});
   EXPECT_EQ(out.str(), "A\nx.[2Jy.z.\n");
+}
+
+TEST(Table, CutsTextsWithAMarkWhereALineHasNoRoom) {
+  std::ostringstream out;
+  const std::string long_text(80, 'c');
+  print_table(out, {},
+              {{text_column("A", 4, "a"), text_column("B", 3, "b"), text_column("C", 69, "c")},
+               {{{"a", "\u00E4bcd"}, {"b", "efgh"}, {"c", long_text}}},
+               ""});
+  EXPECT_EQ(out.str(), "A     B    C\n\u00E4bcd  ef~  " + long_text.substr(0, 68) + "~\n");
+}
+
+TEST(Table, GivesRoomThatIsLeftToColumnsThatAreCut) {
+  std::ostringstream out;
+  print_table(out, {}, {{text_column("A", 4, "a"), text_column("B", 3, "b")}, {{{"a", "abcdef"}, {"b", "efgh"}}}, ""});
+  EXPECT_EQ(out.str(), "A       B\nabcdef  efgh\n");
+}
+
+TEST(Table, IsUncutAndCompleteWhenWide) {
+  const Listing listing{{text_column("A", 2, "a"), text_column("B", kWide, "b"), text_column("C", kInFull, "c")},
+                        {{{"a", "aaaa"}, {"b", "bbbb"}, {"c", "cccc"}}},
+                        ""};
+  std::ostringstream narrow;
+  print_table(narrow, {}, listing);
+  EXPECT_EQ(narrow.str(), "A\naaaa\n");
+  std::ostringstream wide;
+  print_table(wide, {.is_wide = true}, listing);
+  EXPECT_EQ(wide.str(), "A     B\naaaa  bbbb\n");
+}
+
+TEST(Table, LeavesOutItsHeads) {
+  std::ostringstream out;
+  print_table(out, {.has_heads = false}, {{text_column("Head", 9, "a")}, {{{"a", "x"}}}, ""});
+  EXPECT_EQ(out.str(), "x\n");
+}
+
+TEST(Table, ColoursWarningsAndCriticalStatesOnly) {
+  Listing listing{
+      {text_column("State", 8, "s"), text_column("Name", 8, "n")},
+      {{{"s", "Nominal"}, {"n", "a"}}, {{"s", "Warning"}, {"n", "b"}}, {{"s", "Critical"}, {"n", "Critical"}}},
+      ""};
+  listing.columns[0].is_state = true;
+  std::ostringstream out;
+  print_table(out, {.has_colours = true}, listing);
+  EXPECT_EQ(out.str(), "State     Name\nNominal   a\n\x1B[33mWarning \x1B[0m  b\n\x1B[31mCritical\x1B[0m  Critical\n");
+  std::ostringstream plain;
+  print_table(plain, {}, listing);
+  EXPECT_EQ(plain.str(), "State     Name\nNominal   a\nWarning   b\nCritical  Critical\n");
+}
+
+TEST(RecordInFull, NamesCodesInBracketsAndLeavesOutWhatIsEmpty) {
+  std::ostringstream out;
+  print_in_full(out,
+                {{text_column("Name", 9, "n"), name_column("Type", kWide, "t", "c"), text_column("FRU", kInFull, "f")},
+                 {{{"n", "Fan"}, {"t", "Temperature"}, {"c", 1}, {"f", ""}}, {{"n", ""}, {"t", "OEM"}, {"c", 192}}},
+                 ""});
+  EXPECT_EQ(out.str(), "Name : Fan\nType : Temperature (01h)\n\nType : OEM (C0h)\n");
+}
+
+TEST(Csv, QuotesCommasQuotesAndLineBreaks) {
+  std::ostringstream out;
+  const Listing listing{
+      {text_column("A", 1, "a"), text_column("B", kWide, "b"), text_column("C", kInFull, "a")},
+      {{{"a", "plain"}, {"b", "x,y"}}, {{"a", "say \"hi\""}, {"b", "two\r\nlines"}}, {{"a", "\x1B["}}},
+      ""};
+  print_csv(out, {}, {{"", "", listing}});
+  EXPECT_EQ(out.str(), "A,B\r\nplain,\"x,y\"\r\n\"say \"\"hi\"\"\",\"two\r\nlines\"\r\n.[,\r\n");
+}
+
+TEST(Csv, PutsSeveralListsTogetherUnderTheirNames) {
+  std::ostringstream out;
+  print_csv(out, {},
+            {{"one", "", {{text_column("A", 1, "a"), text_column("B", 1, "b")}, {{{"a", "1"}, {"b", "2"}}}, ""}},
+             {"two", "", {{text_column("B", 1, "x"), text_column("C", 1, "y")}, {{{"x", "3"}, {"y", "4"}}}, ""}}});
+  EXPECT_EQ(out.str(), "List,A,B,C\r\none,1,2,\r\ntwo,,3,4\r\n");
 }
 
 TEST(JsonOutput, ReplacesBytesThatAreNoUtf8) {

@@ -52,8 +52,8 @@ Json to_json(const association_rec& association) {
 }
 
 // "Antecedent, Dependent"
-Column list_column(const std::string& head, const std::string& key) {
-  return {head, [key](const Json& row) {
+Column list_column(const std::string& head, int width, const std::string& key) {
+  return {head, width, [key](const Json& row) {
             std::string text;
             const char* gap = "";
             for (const Json& element : row.at(key)) {
@@ -67,9 +67,11 @@ Column list_column(const std::string& head, const std::string& key) {
 }  // namespace
 
 Listing list_associations(const Database& database) {
-  Listing listing{{text_column("Class", "class"), text_column("Namespace", "namespace"), text_column("Text 2", "text2"),
-                   text_column("Text 3", "text3"), number_column("Flag 4", "flag4"), list_column("List 5", "list5"),
-                   list_column("List 6", "list6"), list_column("List 7", "list7"), list_column("List 8", "list8")},
+  Listing listing{{text_column("Class", 28, "class"), text_column("Namespace", 12, "namespace"),
+                   text_column("Text 2", kWide, "text2"), text_column("Text 3", kWide, "text3"),
+                   number_column("Flag 4", kWide, "flag4"), list_column("List 5", 17, "list5"),
+                   list_column("List 6", kWide, "list6"), list_column("List 7", 17, "list7"),
+                   list_column("List 8", kWide, "list8")},
                   {},
                   "There are no associations."};
   database.query("select * from association;",
@@ -78,8 +80,8 @@ Listing list_associations(const Database& database) {
 }
 
 Listing list_plugins(const Database& database) {
-  Listing listing{{text_column("Column 0", "column0"), text_column("Column 1", "column1"),
-                   text_column("Column 2", "column2"), text_column("Column 3", "column3")},
+  Listing listing{{text_column("Column 0", 18, "column0"), text_column("Column 1", 18, "column1"),
+                   text_column("Column 2", 18, "column2"), text_column("Column 3", 18, "column3")},
                   {},
                   "There are no plug-ins."};
   const auto load = [&](sqlite3*, int32_t* count, association_reg_rec** records) {

@@ -4,10 +4,12 @@
 
 #include <ostream>
 
+#include "terminal.h"
+
 namespace qmvctl {
 
 // Runs the command that the arguments name. Returns the exit status: 0 done, 1 failed, 2 wrong usage.
-int run(int argument_count, const char* const* arguments, std::ostream& out, std::ostream& err);
+int run(int argument_count, const char* const* arguments, std::ostream& out, std::ostream& err, Terminal terminal);
 
 }  // namespace qmvctl
 

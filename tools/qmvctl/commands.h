@@ -32,21 +32,6 @@ Listing list_destinations(const Database& database);
 Listing list_filters(const Database& database);
 Listing list_subscriptions(const Database& database);
 
-struct IndicationList {
-  const char* name;
-  const char* head;
-  Listing (*list)(const Database&);
-};
-
-inline constexpr IndicationList kIndicationLists[] = {
-    {"destinations", "Destinations", list_destinations},
-    {"filters", "Filters", list_filters},
-    {"subscriptions", "Subscriptions", list_subscriptions},
-};
-
-// All of them, in that order.
-std::vector<HeadedListing> list_indications(const Database& database);
-
 // The association classes that a registry holds, and the plug-ins registered there.
 Listing list_associations(const Database& database);
 Listing list_plugins(const Database& database);

@@ -72,10 +72,14 @@ void Database::create(const std::string& file, const DatabaseKind& kind, Content
   }
 }
 
+bool Database::exists(const DatabaseKind& kind) {
+  return open_file(kind.file, "rb") != nullptr;
+}
+
 void Database::create_all(Contents contents) {
   const DatabaseKind* const kinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase};
   for (const DatabaseKind* kind : kinds) {
-    if (open_file(kind->file, "rb")) fail_as_it_exists(kind->file);
+    if (exists(*kind)) fail_as_it_exists(kind->file);
   }
   for (const DatabaseKind* kind : kinds) create("", *kind, contents);
 }

@@ -35,11 +35,17 @@ class Database {
   // waits for other processes' locks.
   static Database open(const std::string& file, const DatabaseKind& kind = kInstanceDatabase);
 
+  // Whether the fixed file of that kind is there.
+  static bool exists(const DatabaseKind& kind);
+
   enum class Contents { kTables, kSample };
 
   // Creates a file with the reference tables (the fixed one when the name is empty), and fills them with the sample
   // when asked to. An existing file is an error and stays as it is; what failed leaves no file.
   static void create(const std::string& file, const DatabaseKind& kind, Contents contents);
+
+  // An empty database in memory.
+  static Database in_memory() { return Database(":memory:", kInstanceDatabase); }
 
   // Creates the files that hosts open, or none of them when one exists.
   static void create_all(Contents contents);

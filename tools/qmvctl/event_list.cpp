@@ -1,7 +1,7 @@
 // sel.
-#include <array>
+#include <fmt/format.h>
+
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <optional>
@@ -48,12 +48,9 @@ std::string time_text(int32_t stamp) {
   const auto midnight = std::chrono::floor<std::chrono::days>(time);
   const std::chrono::year_month_day date(midnight);
   const std::chrono::hh_mm_ss clock(time - midnight);
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%d-%02u-%02u %02d:%02d:%02d", static_cast<int>(date.year()),
-                static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                static_cast<int>(clock.seconds().count()));
-  return text.data();
+  return fmt::format("{}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(date.year()),
+                     static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), clock.hours().count(),
+                     clock.minutes().count(), clock.seconds().count());
 }
 
 // What the bits 7 and 6 (or 5 and 4) of a threshold event's first data byte say of the second (or third) byte: 1 is a
@@ -73,6 +70,12 @@ std::string reading_text(const Json& row) {
   if (row["reading"].is_null()) return "";
   const std::string threshold = row["threshold"].is_null() ? "" : " (threshold " + number_text(row["threshold"]) + ")";
   return number_text(row["reading"]) + threshold + " " + row["unit"].get<std::string>();
+}
+
+// The sensor's name, or its type and number where no table knows it.
+std::string sensor_text(const Json& row) {
+  if (!row["sensor_name"].is_null()) return row["sensor_name"];
+  return row["sensor_type_name"].get<std::string>() + " #" + hex(row["sensor_number"].get<int>() & 0xFF) + "h";
 }
 
 Json to_json(const sel_rec& event, const KnownSensors& sensors) {
@@ -96,6 +99,7 @@ Json to_json(const sel_rec& event, const KnownSensors& sensors) {
       {"event_type", event.EventType},
       {"event", event_name(event.EventType, event.SensorType, event.EventData1 & 0xF)},
       {"direction", event.EventDir ? "deasserted" : "asserted"},
+      {"state", event_state(event.EventType, event.SensorType, event.EventData1 & 0xF, event.EventDir != 0)},
       {"data", {event.EventData1, event.EventData2, event.EventData3}},
       {"reading", converted(sensor, event.EventData1 >> 6 & 3, event.EventData2)},
       {"threshold", converted(sensor, event.EventData1 >> 4 & 3, event.EventData3)},
@@ -107,18 +111,23 @@ Json to_json(const sel_rec& event, const KnownSensors& sensors) {
 
 Listing list_events(const Database& database) {
   const KnownSensors sensors(database);
-  Listing listing{{number_column("ID", "record_id"),
-                   text_column("Time (UTC)", "time"),
-                   text_column("Generator", "generator_id"),
-                   text_column("Sensor type", "sensor_type_name"),
-                   byte_column("Number", "sensor_number"),
-                   text_column("Sensor", "sensor_name"),
-                   text_column("Event", "event"),
-                   text_column("Direction", "direction"),
-                   {"Data", data_text},
-                   {"Reading", reading_text}},
+  Listing listing{{number_column("ID", 5, "record_id"),
+                   text_column("Time (UTC)", 19, "time"),
+                   number_column("Record type", kInFull, "record_type"),
+                   text_column("Generator", kWide, "generator_id"),
+                   name_column("Sensor type", kWide, "sensor_type_name", "sensor_type"),
+                   byte_column("Number", kWide, "sensor_number"),
+                   {"Sensor", 15, sensor_text},
+                   byte_column("Event type", kInFull, "event_type"),
+                   text_column("Event", 25, "event"),
+                   text_column("Direction", kWide, "direction"),
+                   text_column("State", 8, "state"),
+                   {"Data", kWide, data_text},
+                   {"Reading", kWide, reading_text},
+                   number_column("Message revision", kInFull, "message_revision")},
                   {},
                   "The event log is empty."};
+  for (Column& column : listing.columns) column.is_state = column.head == "State";
   for (const auto& event : events(database)) listing.rows.push_back(to_json(event, sensors));
   return listing;
 }

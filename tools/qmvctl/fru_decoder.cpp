@@ -1,51 +1,15 @@
 #include "fru_decoder.h"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <utility>
 
+#include "fru_areas.h"
 #include "text.h"
 
 namespace qmvctl {
 
 namespace {
-
-constexpr size_t kUnit = 8;  // offsets and lengths count in units of 8 bytes
-constexpr int kFormatVersion = 1;
-constexpr size_t kCommonHeaderSize = 8;
-constexpr size_t kMultiRecordOffset = 5;  // in the common header
-constexpr uint8_t kEndOfFields = 0xC1;
-
-using Text = char (fru_rec::*)[256];
-
-// A chassis, board or product information area: its predefined fields in order. A null member is not kept.
-struct Area {
-  const char* name;
-  size_t header_offset;            // of the area's offset in the common header
-  std::optional<size_t> language;  // offset of the language code
-  size_t first_field;              // offset of the first type/length byte
-  const Text* fields;
-  size_t field_count;
-  Text custom_fields;
-};
-
-constexpr Text kChassisFields[] = {&fru_rec::ChassisPartNumber, &fru_rec::ChassisSerNumber};
-constexpr Text kBoardFields[] = {&fru_rec::BrdMfrName, nullptr /* product name */, &fru_rec::BrdSerNumber,
-                                 &fru_rec::BrdPartNumber, nullptr /* FRU file ID */};
-constexpr Text kProductFields[] = {&fru_rec::ProdMfrName,
-                                   nullptr /* name */,
-                                   &fru_rec::ProdPartNumber,
-                                   nullptr /* version */,
-                                   &fru_rec::ProdSerNumber,
-                                   nullptr /* asset tag */,
-                                   nullptr /* FRU file ID */};
-
-constexpr Area kAreas[] = {
-    {"chassis", 2, std::nullopt, 3, kChassisFields, std::size(kChassisFields), &fru_rec::ChassisCustFields},
-    {"board", 3, 2, 6, kBoardFields, std::size(kBoardFields), nullptr},
-    {"product", 4, 2, 3, kProductFields, std::size(kProductFields), nullptr},
-};
 
 void check_version(const Input& bytes, const std::string& what) {
   if ((bytes.byte(0) & 0x0F) != kFormatVersion) {
@@ -62,19 +26,6 @@ std::optional<size_t> area_start(const Input& header, size_t header_offset) {
 // In another language than English a character has 16 bits (language codes 0 and 25 are English).
 bool is_english(const Input& area, std::optional<size_t> language) {
   return !language || area.byte(*language) == 0 || area.byte(*language) == 25;
-}
-
-std::string field_text(int type, const Input& bytes, bool is_english) {
-  switch (type) {
-    case 0:
-      return hex_text(bytes);
-    case 1:
-      return bcd_plus_text(bytes);
-    case 2:
-      return six_bit_text(bytes);
-    default:
-      return is_english ? latin1_text(bytes) : unicode_text(bytes);
-  }
 }
 
 // The fields of an area up to the end mark, or up to the checksum where no room was left for the mark.
@@ -143,6 +94,19 @@ void check_multi_records(const Input& image, size_t start) {
 }
 
 }  // namespace
+
+std::string field_text(int type, const Input& bytes, bool is_english) {
+  switch (type) {
+    case 0:
+      return hex_text(bytes);
+    case 1:
+      return bcd_plus_text(bytes);
+    case 2:
+      return six_bit_text(bytes);
+    default:
+      return is_english ? latin1_text(bytes) : unicode_text(bytes);
+  }
+}
 
 std::vector<std::string> decode_fru(const Input& image, fru_rec& fru) {
   const Input header = image.piece(0, kCommonHeaderSize, "the common header");

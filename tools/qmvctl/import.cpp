@@ -56,24 +56,33 @@ bool address_before(const fru_rec& a, const fru_rec& b) {
          std::tie(b.FruIDSlaveAddr, b.DeviceAccessAddr, b.LUNBusID, b.ChannelNumber);
 }
 
-void store_sensors(Database& database, const Inventory& inventory) {
+template <class Record>
+void store_rows(const Database& database, const char* what, const std::vector<Record>& rows,
+                int32_t (*set)(sqlite3*, const Record*), Progress& progress) {
+  for (size_t i = 0; i < rows.size(); ++i) {
+    progress.show(what, i, rows.size());
+    set(database.handle(), &rows[i]);
+  }
+}
+
+void store_sensors(Database& database, const Inventory& inventory, Progress& progress) {
   database.execute("delete from compact_sdr; delete from full_sdr;");
-  for (const auto& sensor : inventory.compact_sensors) db_set_compact_sdr_info(database.handle(), &sensor);
-  for (const auto& sensor : inventory.full_sensors) db_set_full_sdr_info(database.handle(), &sensor);
+  store_rows(database, "compact sensors", inventory.compact_sensors, db_set_compact_sdr_info, progress);
+  store_rows(database, "full sensors", inventory.full_sensors, db_set_full_sdr_info, progress);
   expect_rows(database, "compact sensors", compact_sensors(database), inventory.compact_sensors,
               device_id_before<compact_sdr_rec>);
   expect_rows(database, "full sensors", full_sensors(database), inventory.full_sensors, device_id_before<full_sdr_rec>);
 }
 
-void store_frus(Database& database, const std::vector<fru_rec>& stored) {
+void store_frus(Database& database, const std::vector<fru_rec>& stored, Progress& progress) {
   database.execute("delete from fru;");
-  for (const auto& fru : stored) db_set_fru_info(database.handle(), &fru);
+  store_rows(database, "FRUs", stored, db_set_fru_info, progress);
   expect_rows(database, "FRUs", frus(database), stored, address_before);
 }
 
-void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_rec>& locators) {
+void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_rec>& locators, Progress& progress) {
   database.execute("delete from fru_locator_sdr;");
-  for (const auto& locator : locators) db_set_fru_locator_sdr_info(database.handle(), &locator);
+  store_rows(database, "FRU locators", locators, db_set_fru_locator_sdr_info, progress);
   for (const auto& locator : locators) {
     const auto row = read_one<fru_locator_sdr_rec>([&](fru_locator_sdr_rec** record) {
       return db_get_fru_locator_sdr_info(database.handle(), locator.FruIDSlaveAddr, locator.DeviceAccessAddr,
@@ -98,13 +107,22 @@ sel_info_rec shifted(const sel_info_rec& stored) {
   return read;
 }
 
-void store_event_log(Database& database, const EventLog& log) {
+void store_events(const Database& database, const std::vector<sel_rec>& events, Progress& progress) {
+  constexpr size_t kTogether = 64;
+  for (size_t i = 0; i < events.size(); i += kTogether) {
+    progress.show("events", i, events.size());
+    const size_t count = std::min(kTogether, events.size() - i);
+    db_add_sel_entries(database.handle(), static_cast<int32_t>(count), &events[i], 0);
+  }
+}
+
+void store_event_log(Database& database, const EventLog& log, Progress& progress) {
   database.execute("delete from sel_info; delete from sel;");
   db_set_selinfo(database.handle(), &log.info);
   const auto info =
       read_one<sel_info_rec>([&](sel_info_rec** record) { return db_get_selinfo(database.handle(), record); });
   if (!info || !is_equal(*info, shifted(log.info))) differ(database, "the description of the event log");
-  db_add_sel_entries(database.handle(), static_cast<int32_t>(log.events.size()), log.events.data(), 0);
+  store_events(database, log.events, progress);
   expect_rows(database, "events", events(database), log.events,
               [](const sel_rec& a, const sel_rec& b) { return a.RecordID < b.RecordID; });
 }
@@ -132,15 +150,15 @@ Inventory gather(const Database& database, const ImportFiles& files) {
 
 }  // namespace
 
-Inventory import_files(Database& database, const ImportFiles& files) {
+Inventory import_files(Database& database, const ImportFiles& files, Progress& progress) {
   Transaction transaction(database);
   Inventory inventory = gather(database, files);
   if (!files.repository.empty() || !files.frus.empty()) {
-    store_sensors(database, inventory);
-    store_frus(database, inventory.frus);
+    store_sensors(database, inventory, progress);
+    store_frus(database, inventory.frus, progress);
   }
-  if (inventory.fru_locators) store_fru_locators(database, *inventory.fru_locators);
-  if (inventory.event_log) store_event_log(database, *inventory.event_log);
+  if (inventory.fru_locators) store_fru_locators(database, *inventory.fru_locators, progress);
+  if (inventory.event_log) store_event_log(database, *inventory.event_log, progress);
   transaction.commit();
   return inventory;
 }

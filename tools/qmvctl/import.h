@@ -7,6 +7,7 @@
 
 #include "database.h"
 #include "inventory.h"
+#include "progress.h"
 
 namespace qmvctl {
 
@@ -25,7 +26,7 @@ struct ImportFiles {
 // empties the tables that are filled, fills them, reads everything back and compares it. Without a repository the
 // images renew the FRUs that the database knows, and the sensors of their entities. Returns what was stored. Throws
 // std::runtime_error, and nothing of the import stays, when a file is wrong or a row reads back different.
-Inventory import_files(Database& database, const ImportFiles& files);
+Inventory import_files(Database& database, const ImportFiles& files, Progress& progress);
 
 }  // namespace qmvctl
 

@@ -6,8 +6,9 @@
 namespace qmvctl {
 
 Listing list_destinations(const Database& database) {
-  Listing listing{
-      {text_column("Name", "name"), text_column("Destination", "destination")}, {}, "There are no destinations."};
+  Listing listing{{text_column("Name", 26, "name"), text_column("Destination", 52, "destination")},
+                  {},
+                  "There are no destinations."};
   for (const auto& destination :
        read_all<listener_destination_rec>(database, "destinations", count_first(db_get_all_listener_destination))) {
     listing.rows.push_back({{"name", text_of(destination.Name)}, {"destination", text_of(destination.Destination)}});
@@ -16,9 +17,9 @@ Listing list_destinations(const Database& database) {
 }
 
 Listing list_filters(const Database& database) {
-  Listing listing{{text_column("Name", "name"), number_column("Sensor mask", "sensor_number_mask"),
-                   number_column("Type mask", "sensor_type_mask"), number_column("Severity mask", "severity_mask"),
-                   text_column("Query", "query")},
+  Listing listing{{text_column("Name", 20, "name"), number_column("Sensor mask", 11, "sensor_number_mask"),
+                   number_column("Type mask", 9, "sensor_type_mask"),
+                   number_column("Severity mask", 13, "severity_mask"), text_column("Query", 19, "query")},
                   {},
                   "There are no filters."};
   for (const auto& filter :
@@ -33,11 +34,12 @@ Listing list_filters(const Database& database) {
 }
 
 Listing list_subscriptions(const Database& database) {
-  Listing listing{{text_column("Destination", "destination"), text_column("Filter", "filter"),
-                   number_column("Sensor mask", "sensor_number_mask"), number_column("Type mask", "sensor_type_mask"),
-                   number_column("Severity mask", "severity_mask"), number_column("Enabled", "enabled")},
-                  {},
-                  "There are no subscriptions."};
+  Listing listing{
+      {text_column("Destination", 15, "destination"), text_column("Filter", 15, "filter"),
+       number_column("Sensor mask", 11, "sensor_number_mask"), number_column("Type mask", 9, "sensor_type_mask"),
+       number_column("Severity mask", 13, "severity_mask"), number_column("Enabled", 7, "enabled")},
+      {},
+      "There are no subscriptions."};
   for (const auto& subscription : read_all<indication_subscription_rec>(
            database, "subscriptions", count_first(db_get_all_indication_subscription))) {
     listing.rows.push_back({{"destination", text_of(subscription.DestName)},
@@ -48,12 +50,6 @@ Listing list_subscriptions(const Database& database) {
                             {"enabled", subscription.Enabled}});
   }
   return listing;
-}
-
-std::vector<HeadedListing> list_indications(const Database& database) {
-  std::vector<HeadedListing> lists;
-  for (const IndicationList& each : kIndicationLists) lists.push_back({each.name, each.head, each.list(database)});
-  return lists;
 }
 
 }  // namespace qmvctl

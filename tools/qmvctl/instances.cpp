@@ -7,6 +7,27 @@
 
 namespace qmvctl {
 
+namespace {
+
+constexpr int kPlaces = 80;
+constexpr int kGap = 2;
+
+// The places of a member's column: those of its head, and enough of a text to be told from others. The first members
+// are shown in a table, as many as there is room for.
+int width_of(const InstanceMember& member, int& room) {
+  constexpr int kText = 24;
+  const int head = static_cast<int>(std::strlen(member.name));
+  const int width = member.width != 0 ? std::max(head, kText) : head;
+  if (width > room) {
+    room = 0;
+    return kWide;
+  }
+  room -= width + kGap;
+  return width;
+}
+
+}  // namespace
+
 Json InstanceMember::value_in(const void* record) const {
   const char* at = static_cast<const char*>(record) + offset;
   if (width != 0) return std::string(at, strnlen(at, width));
@@ -26,9 +47,11 @@ std::optional<Listing> list_instances(const Database& database, const std::strin
   const auto found = std::find_if(tables.begin(), tables.end(), [&](const auto& one) { return one.name == table; });
   if (found == tables.end()) return std::nullopt;
   Listing listing{{}, found->read(database), "There are no instances in " + table + "."};
+  int room = kPlaces;
   for (const InstanceMember& member : found->members) {
-    listing.columns.push_back(member.width != 0 ? text_column(member.name, member.name)
-                                                : number_column(member.name, member.name));
+    const int width = width_of(member, room);
+    listing.columns.push_back(member.width != 0 ? text_column(member.name, width, member.name)
+                                                : number_column(member.name, width, member.name));
   }
   return listing;
 }

@@ -109,13 +109,16 @@ void take_repository(Inventory& inventory, Repository repository) {
   inventory.notes.insert(inventory.notes.end(), repository.notes.begin(), repository.notes.end());
 }
 
+bool is_controllers_fru(const fru_rec& fru, int fru_id) {
+  return fru.FruIDSlaveAddr == fru_id && fru.DeviceAccessAddr == kManagementController &&
+         (fru.LUNBusID & kLogicalFruDevice) != 0;
+}
+
 void take_fru(Inventory& inventory, int fru_id, const Input& image, const std::optional<fru_rec>& builtin_fru) {
   const std::string name = "FRU " + std::to_string(fru_id);
   auto& frus = inventory.frus;
-  auto fru = std::find_if(frus.begin(), frus.end(), [&](const fru_rec& fru) {
-    return fru.FruIDSlaveAddr == fru_id && fru.DeviceAccessAddr == kManagementController &&
-           (fru.LUNBusID & kLogicalFruDevice) != 0;
-  });
+  auto fru =
+      std::find_if(frus.begin(), frus.end(), [&](const fru_rec& fru) { return is_controllers_fru(fru, fru_id); });
   if (fru == frus.end()) {
     fru = frus.insert(fru, fru_without_locator(fru_id, builtin_fru));
     if (fru->EntityID == 0) inventory.notes.push_back(name + " has no locator record: its entity is unspecified");

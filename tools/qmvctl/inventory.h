@@ -36,6 +36,9 @@ int32_t physical_element(int32_t entity_id, int32_t sensor_type);
 // Takes a repository over: its sensors and locators, and one FRU for each locator.
 void take_repository(Inventory& inventory, Repository repository);
 
+// Whether it is the FRU with that device ID which the management controller at address 20h answers for.
+bool is_controllers_fru(const fru_rec& fru, int fru_id);
+
 // Fills the strings of the FRU with that device ID, which the management controller at address 20h answers for, from an
 // image. An image without a locator record becomes a FRU of its own: FRU 0 with the entity and name of the controller's
 // locator where the repository has it, another one with entity 0 (unspecified); a note says so.

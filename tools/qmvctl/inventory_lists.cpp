@@ -40,11 +40,16 @@ std::optional<Assets::Part> list_part(const Database& database, const std::strin
 
 Listing list_frus(const Database& database) {
   Listing listing{
-      {number_column("ID", "fru_id"), text_column("Name", "name"), entity_column(),
-       text_column("Product", "product_manufacturer"), text_column("Part number", "product_part_number"),
-       text_column("Serial number", "product_serial_number"), text_column("Board", "board_manufacturer"),
-       text_column("Part number", "board_part_number"), text_column("Serial number", "board_serial_number"),
-       text_column("Chassis part", "chassis_part_number"), text_column("Chassis serial", "chassis_serial_number")},
+      {number_column("ID", 3, "fru_id"), text_column("Name", 16, "name"), entity_column(19),
+       byte_column("Controller", kInFull, "device_access_address"), byte_column("LUN and bus", kInFull, "lun_bus_id"),
+       number_column("Channel", kInFull, "channel"), text_column("Product maker", kWide, "product_manufacturer"),
+       text_column("Product part", 17, "product_part_number"),
+       text_column("Product serial", 17, "product_serial_number"),
+       text_column("Board maker", kWide, "board_manufacturer"), text_column("Board part", kWide, "board_part_number"),
+       text_column("Board serial", kWide, "board_serial_number"),
+       text_column("Chassis part", kWide, "chassis_part_number"),
+       text_column("Chassis serial", kWide, "chassis_serial_number"),
+       text_column("Chassis custom", kInFull, "chassis_custom_fields")},
       {},
       "There are no FRUs."};
   for (const auto& fru : frus(database)) listing.rows.push_back(to_json(fru));
@@ -58,10 +63,10 @@ std::optional<Assets> list_assets(const Database& database, const std::string& c
   auto sensors = list_part(database, class_name, get_sqlqueries_nonFRU,
                            {"entity_id", "entity_instance", "sensor_name", "sensor_number"});
   if (!frus || !sensors) return std::nullopt;
-  sensors->listing.columns = {entity_column(), text_column("Sensor", "sensor_name"),
-                              byte_column("Number", "sensor_number")};
+  sensors->listing.columns = {entity_column(26), text_column("Sensor", 36, "sensor_name"),
+                              byte_column("Number", 6, "sensor_number")};
   frus->listing.columns = sensors->listing.columns;
-  frus->listing.columns.insert(frus->listing.columns.begin(), number_column("FRU", "fru_id"));
+  frus->listing.columns.insert(frus->listing.columns.begin(), number_column("FRU", 3, "fru_id"));
   frus->listing.empty_text = "No FRU has a full sensor.";
   sensors->listing.empty_text = "There are no full sensors.";
   return Assets{class_name, std::move(*frus), std::move(*sensors)};

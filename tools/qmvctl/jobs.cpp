@@ -62,10 +62,11 @@ void check_purge(const Database& database, int32_t now) {
 
 Listing list_jobs(const Database& database) {
   Listing listing{
-      {text_column("InstanceID", "instance_id"), text_column("Name", "element_name"),
-       text_column("State", "job_state_name"), number_column("Percent", "percent_complete"),
-       text_column("Status", "job_status"), text_column("Operational status", "operational_status"),
-       number_column("Minutes kept", "time_before_removal"), number_column("Delete", "delete_on_completion")},
+      {text_column("InstanceID", 20, "instance_id"), text_column("Name", 16, "element_name"),
+       name_column("State", 13, "job_state_name", "job_state"), number_column("Percent", 7, "percent_complete"),
+       text_column("Status", 16, "job_status"), text_column("Operational status", kWide, "operational_status"),
+       number_column("Minutes kept", kWide, "time_before_removal"),
+       number_column("Delete", kWide, "delete_on_completion")},
       {},
       "There are no jobs."};
   for (const concrete_job_rec& job : jobs(database)) {
@@ -83,9 +84,9 @@ Listing list_jobs(const Database& database) {
 }
 
 Listing list_errors(const Database& database) {
-  Listing listing{{text_column("Source", "error_source"), number_column("Format", "error_source_format"),
-                   number_column("Type", "error_type"), number_column("Severity", "perceived_severity"),
-                   number_column("Cause", "probable_cause"), number_column("CIM status", "cim_status_code")},
+  Listing listing{{text_column("Source", 30, "error_source"), number_column("Format", 6, "error_source_format"),
+                   number_column("Type", 4, "error_type"), number_column("Severity", 8, "perceived_severity"),
+                   number_column("Cause", 5, "probable_cause"), number_column("CIM status", 10, "cim_status_code")},
                   {},
                   "There are no error records."};
   for (const error_info_rec& error : errors(database)) {

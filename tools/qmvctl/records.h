@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "input.h"
 
@@ -27,6 +28,16 @@ void read_fields(const Input& bytes, const Field<Record> (&fields)[Count], Recor
                      : field.width == Width::kWord ? bytes.word(field.offset)
                                                    : bytes.dword(field.offset);
     record.*field.member = static_cast<int32_t>((value & field.mask) >> field.shift);
+  }
+}
+
+// The other way round, into bytes that are zero. What does not fit a field is left out.
+template <class Record, size_t Count>
+void write_fields(const Record& record, const Field<Record> (&fields)[Count], std::vector<uint8_t>& bytes) {
+  for (const Field<Record>& field : fields) {
+    const uint32_t value = static_cast<uint32_t>(record.*field.member) << field.shift & field.mask;
+    const size_t size = field.width == Width::kByte ? 1 : field.width == Width::kWord ? 2 : 4;
+    for (size_t i = 0; i < size; ++i) bytes[field.offset + i] |= static_cast<uint8_t>(value >> 8 * i);
   }
 }
 

@@ -7,10 +7,6 @@ namespace qmvctl {
 
 namespace {
 
-std::string counted(size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 // "5 event-only sensor records, 1 OEM record"
 std::string list_of_counts(const std::map<std::string, int>& counts) {
   std::string text;
@@ -20,58 +16,91 @@ std::string list_of_counts(const std::map<std::string, int>& counts) {
   return text;
 }
 
+bool is_json(const Form& form) {
+  return form.kind == Form::Kind::kJson;
+}
+
 Json to_json(const Assets::Part& part) {
   return {{"count", part.count}, {"rows", part.listing.rows}};
 }
 
-void print_assets(std::ostream& out, const Assets& assets) {
-  out << assets.class_name << ": " << counted(static_cast<size_t>(assets.frus.count), "pair")
-      << " of a FRU and a full sensor\n";
-  print_table(out, assets.frus.listing);
-  out << '\n' << assets.class_name << ": " << counted(static_cast<size_t>(assets.sensors.count), "full sensor") << '\n';
-  print_table(out, assets.sensors.listing);
-  out << '\n';
-}
-
-}  // namespace
-
-void report(std::ostream& out, bool is_json, const Listing& listing) {
-  if (is_json) {
-    print_json(out, listing.rows);
-  } else {
-    print_table(out, listing);
-  }
-}
-
-void report(std::ostream& out, bool is_json, const std::vector<HeadedListing>& lists) {
-  if (is_json) {
-    Json all = Json::object();
-    for (const HeadedListing& each : lists) all[each.name] = each.listing.rows;
-    print_json(out, all);
-    return;
-  }
-  for (const HeadedListing& each : lists) {
-    out << each.head << '\n';
-    print_table(out, each.listing);
-    out << '\n';
-  }
-}
-
-void report(std::ostream& out, bool is_json, const std::vector<Assets>& classes) {
-  if (!is_json) {
-    for (const Assets& assets : classes) print_assets(out, assets);
-    return;
-  }
+Json to_json(const std::vector<Assets>& classes) {
   Json all = Json::array();
   for (const Assets& assets : classes) {
     all.push_back({{"class", assets.class_name},
                    {"frus_with_sensors", to_json(assets.frus)},
                    {"sensors", to_json(assets.sensors)}});
   }
-  print_json(out, all);
+  return all;
 }
 
-void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inventory& stored) {
+Json to_json(const std::vector<HeadedListing>& lists) {
+  Json all = Json::object();
+  for (const HeadedListing& each : lists) all[each.name] = each.listing.rows;
+  return all;
+}
+
+void print_findings(std::ostream& out, const Checked& checked) {
+  if (checked.findings.empty()) {
+    out << checked.file << ": nothing is wrong\n";
+    return;
+  }
+  out << checked.file << ": " << counted(checked.findings.size(), "problem") << '\n';
+  for (const Finding& finding : checked.findings) {
+    out << "\n"
+        << (finding.table.empty() ? "" : "table " + finding.table + ": ") << printable(finding.problem) << '\n'
+        << "  " << printable(finding.advice) << '\n';
+  }
+}
+
+// Lists for people and spreadsheets.
+void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists) {
+  if (form.kind == Form::Kind::kCsv) return print_csv(out, form, lists);
+  for (const HeadedListing& each : lists) {
+    out << each.head << '\n';
+    print_table(out, form, each.listing);
+    out << '\n';
+  }
+}
+
+}  // namespace
+
+std::string counted(size_t count, const std::string& what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+void report(std::ostream& out, const Form& form, const Listing& listing) {
+  switch (form.kind) {
+    case Form::Kind::kTable:
+      return print_table(out, form, listing);
+    case Form::Kind::kInFull:
+      return print_in_full(out, listing);
+    case Form::Kind::kJson:
+      return print_json(out, listing.rows);
+    case Form::Kind::kCsv:
+      return print_csv(out, form, {{"", "", listing}});
+  }
+}
+
+void report(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists) {
+  if (is_json(form)) return print_json(out, to_json(lists));
+  print(out, form, lists);
+}
+
+void report(std::ostream& out, const Form& form, const std::vector<Assets>& classes) {
+  if (is_json(form)) return print_json(out, to_json(classes));
+  std::vector<HeadedListing> lists;
+  for (const Assets& assets : classes) {
+    const std::string& name = assets.class_name;
+    const std::string pairs = counted(static_cast<size_t>(assets.frus.count), "pair");
+    const std::string sensors = counted(static_cast<size_t>(assets.sensors.count), "full sensor");
+    lists.push_back({name + " FRUs", name + ": " + pairs + " of a FRU and a full sensor", assets.frus.listing});
+    lists.push_back({name + " sensors", name + ": " + sensors, assets.sensors.listing});
+  }
+  print(out, form, lists);
+}
+
+void report(std::ostream& out, const Form& form, const ImportFiles& files, const Inventory& stored) {
   Json counts = Json::object();
   if (!files.repository.empty() || !files.frus.empty()) {
     counts["compact sensor"] = stored.compact_sensors.size();
@@ -80,7 +109,7 @@ void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inv
   }
   if (stored.fru_locators) counts["FRU locator"] = stored.fru_locators->size();
   if (stored.event_log) counts["event"] = stored.event_log->events.size();
-  if (is_json) {
+  if (is_json(form)) {
     print_json(out, {{"stored", counts}, {"not_held", stored.not_held}, {"notes", stored.notes}});
     return;
   }
@@ -90,13 +119,42 @@ void report(std::ostream& out, bool is_json, const ImportFiles& files, const Inv
   }
 }
 
-void report(std::ostream& out, bool is_json, const Purged& purged) {
-  if (is_json) {
-    print_json(out, {{"purged", {{"jobs", purged.jobs}, {"errors", purged.errors}}}});
-  } else {
-    out << "purged " << counted(purged.jobs.size(), "job") << " and " << counted(purged.errors.size(), "error record")
-        << '\n';
+void report(std::ostream& out, const Form& form, const Exported& exported) {
+  Json files = Json::array();
+  std::string text;
+  for (const Exported::File& file : exported.files) {
+    files.push_back({{"file", file.name}, {"bytes", file.size}});
+    text += (text.empty() ? "" : "\n") + ("wrote " + file.name) + ", " + counted(file.size, "byte");
   }
+  report(out, form, {{"written", files}, {"notes", exported.notes}}, text);
+}
+
+void report(std::ostream& out, const Form& form, const std::vector<Checked>& files) {
+  if (form.kind == Form::Kind::kTable) {
+    for (const Checked& checked : files) print_findings(out, checked);
+    return;
+  }
+  Listing listing{{text_column("File", kWide, "file"), text_column("Table", kWide, "table"),
+                   text_column("Problem", kWide, "problem"), text_column("Advice", kWide, "advice")},
+                  {},
+                  ""};
+  for (const Checked& checked : files) {
+    for (const Finding& finding : checked.findings) {
+      listing.rows.push_back(
+          {{"file", checked.file}, {"table", finding.table}, {"problem", finding.problem}, {"advice", finding.advice}});
+    }
+  }
+  report(out, form, listing);
+}
+
+void report(std::ostream& out, const Form& form, const Json& json, const std::string& text) {
+  if (is_json(form)) return print_json(out, json);
+  out << text << '\n';
+}
+
+void report(std::ostream& out, const Form& form, const Purged& purged) {
+  report(out, form, {{"purged", {{"jobs", purged.jobs}, {"errors", purged.errors}}}},
+         "purged " + counted(purged.jobs.size(), "job") + " and " + counted(purged.errors.size(), "error record"));
 }
 
 }  // namespace qmvctl

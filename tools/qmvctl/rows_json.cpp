@@ -69,13 +69,14 @@ Json to_json(const fru_rec& fru) {
   };
 }
 
-Column entity_column() {
-  return {"Entity", [](const Json& row) {
-            constexpr int kLogicalEntity = 0x80;
-            const int id = row.at("entity_id");
-            const int instance = row.at("entity_instance").get<int>() & ~kLogicalEntity;
-            return std::to_string(id) + "." + std::to_string(instance) + " " + entity_name(id);
-          }};
+Column entity_column(int width) {
+  const auto text = [](const Json& row) {
+    constexpr int kLogicalEntity = 0x80;
+    const int id = row.at("entity_id");
+    const int instance = row.at("entity_instance").get<int>() & ~kLogicalEntity;
+    return std::to_string(id) + "." + std::to_string(instance) + " " + entity_name(id);
+  };
+  return {"Entity", width, text, Column::Align::kLeft, "entity_id"};
 }
 
 }  // namespace qmvctl

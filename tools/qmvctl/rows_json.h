@@ -13,7 +13,7 @@ Json to_json(const full_sdr_rec& sensor);  // with the thresholds, raw and conve
 Json to_json(const fru_rec& fru);
 
 // "7.1 System Board", from the members entity_id and entity_instance.
-Column entity_column();
+Column entity_column(int width);
 
 }  // namespace qmvctl
 

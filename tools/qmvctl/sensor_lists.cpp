@@ -24,14 +24,16 @@ Column threshold_column(const Threshold& threshold) {
     if (level["value"].is_null()) return "raw " + hex(level["raw"].get<int>() & 0xFF) + "h";
     return number_text(level["value"]);
   };
-  return {threshold.head, text, Column::Align::kRight};
+  return {threshold.head, kWide, text, Column::Align::kRight};
 }
 
 Listing list_components(const std::vector<compact_sdr_rec>& sensors, const std::string& empty_text) {
-  Listing listing{{text_column("DeviceID", "device_id"), text_column("Name", "name"),
-                   byte_column("Number", "sensor_number"), entity_column(), text_column("FRU", "fru")},
-                  {},
-                  empty_text};
+  Listing listing{
+      {text_column("DeviceID", 10, "device_id"), text_column("Name", 20, "name"),
+       byte_column("Number", 6, "sensor_number"), name_column("Type", kInFull, "sensor_type_name", "sensor_type"),
+       entity_column(20), text_column("FRU", 16, "fru")},
+      {},
+      empty_text};
   for (const auto& sensor : sensors) {
     const bool is_filled = sensor.DeviceID[0] != '\0';  // a get-all of memory may end in zeroed records
     if (is_filled) listing.rows.push_back(to_json(sensor));
@@ -94,8 +96,12 @@ std::vector<PowerSupply> power_supplies_of(const Database& database) {
 
 Listing list_sensors(const Database& database) {
   Listing listing{
-      {text_column("DeviceID", "device_id"), text_column("Name", "name"), text_column("Type", "sensor_type_name"),
-       entity_column(), text_column("Kind", "kind"), text_column("Unit", "unit")},
+      {text_column("DeviceID", 10, "device_id"), text_column("Name", 16, "name"),
+       name_column("Type", 16, "sensor_type_name", "sensor_type"), entity_column(20),
+       text_column("Kind", kWide, "kind"), text_column("Unit", 10, "unit"), byte_column("Owner", kInFull, "owner_id"),
+       byte_column("Owner LUN", kInFull, "owner_lun"), byte_column("Number", kInFull, "sensor_number"),
+       number_column("Record ID", kInFull, "record_id"), byte_column("Event type", kInFull, "event_type"),
+       number_column("CIM sensor type", kInFull, "cim_sensor_type"), text_column("FRU", kInFull, "fru")},
       {},
       "There are no sensors."};
   constexpr size_t kLowestToHighest[] = {2, 1, 0, 3, 4, 5};
@@ -116,11 +122,12 @@ Listing list_memory(const Database& database) {
 }
 
 Listing list_power_supplies(const Database& database) {
-  Listing listing{{text_column("Instance", "instance"), entity_column(), byte_column("Sensor", "sensor_number"),
-                   text_column("FRU", "fru"), text_column("Manufacturer", "manufacturer"),
-                   text_column("Part number", "part_number"), text_column("Serial number", "serial_number")},
-                  {},
-                  "There are no power supplies."};
+  Listing listing{
+      {text_column("Instance", 20, "instance"), entity_column(18), byte_column("Sensor", 6, "sensor_number"),
+       text_column("FRU", 14, "fru"), text_column("Manufacturer", kWide, "manufacturer"),
+       text_column("Part number", 14, "part_number"), text_column("Serial number", kWide, "serial_number")},
+      {},
+      "There are no power supplies."};
   const auto all_frus = frus(database);
   const bool is_fixed_file = database.file() == kInstanceDatabase.file;
   for (const PowerSupply& supply :

@@ -1,14 +1,12 @@
 #include "text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace qmvctl {
 
 namespace {
-
-constexpr char kBcdPlus[] = "0123456789 -.:,_";
 
 void append_utf8(std::string& text, unsigned character) {
   if (character < 0x80) {
@@ -32,9 +30,7 @@ std::string without_what_follows_a_zero(std::string text) {
 }  // namespace
 
 std::string hex(int32_t number, int digits) {
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "%0*X", digits, static_cast<uint32_t>(number));
-  return text.data();
+  return fmt::format("{:0{}X}", static_cast<uint32_t>(number), digits);
 }
 
 std::string latin1_text(const Input& piece) {

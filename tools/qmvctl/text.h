@@ -16,8 +16,9 @@ std::string hex(int32_t number, int digits = 2);
 
 // All bytes of the piece as UTF-8. A zero ends the text: strings in the field are padded with it, and no record holds
 // it.
-std::string latin1_text(const Input& piece);    // 8-bit ASCII and Latin-1
-std::string unicode_text(const Input& piece);   // 16 bits a character, low byte first
+std::string latin1_text(const Input& piece);   // 8-bit ASCII and Latin-1
+std::string unicode_text(const Input& piece);  // 16 bits a character, low byte first
+constexpr char kBcdPlus[] = "0123456789 -.:,_";
 std::string bcd_plus_text(const Input& piece);  // two characters a byte, the upper four bits first
 std::string six_bit_text(const Input& piece);   // four characters in three bytes, the lowest bits first
 std::string hex_text(const Input& piece);       // two hexadecimal digits a byte

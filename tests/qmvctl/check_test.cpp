@@ -1,0 +1,278 @@
+#include <sqlite3.h>
+
+#include <fstream>
+
+#include "command_test.h"
+#include "processes/child.h"
+
+namespace qmvctl::test {
+namespace {
+
+class Check : public CommandTest {
+ protected:
+  void SetUp() override { on_database({"init"}); }
+
+  // Creates a table again, with its definition changed.
+  void redefine(const std::string& table, const std::string& from, const std::string& to) {
+    std::string definition = sql("select sql from sqlite_master where name = '" + table + "';");
+    const size_t at = definition.find(from);
+    ASSERT_NE(at, std::string::npos) << definition;
+    sql("drop table " + table + ";");
+    sql(definition.replace(at, from.size(), to));
+  }
+
+  // The problems that a check must find, table and text, each on a line.
+  std::string problems() {
+    const Outcome outcome = on_database({"check", "--json"});
+    std::string lines;
+    for (const Json& finding : Json::parse(outcome.out)) {
+      lines += finding.at("table").get<std::string>() + ": " + finding.at("problem").get<std::string>() + "\n";
+      EXPECT_FALSE(finding.at("advice").get<std::string>().empty());
+    }
+    EXPECT_EQ(outcome.status, lines.empty() ? 0 : 1);
+    return lines;
+  }
+};
+
+TEST_F(Check, FindsNothingWrongWithNewDatabases) {
+  for (const char* kind : {"cim", "tmp_cim", "smashclp", "association"}) {
+    std::filesystem::remove(database());
+    on_database({"init", kind});
+    const Outcome outcome = on_database({"check"});
+    EXPECT_EQ(outcome.out, database() + ": nothing is wrong\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(on_database({"check", kind, "--json"}).out, "[]\n");
+  }
+}
+
+TEST_F(Check, FindsNothingWrongWithTheSample) {
+  std::filesystem::remove(database());
+  on_database({"init", "--sample"});
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, SaysWhichColumnsAreSwappedAndWhatToDo) {
+  redefine("compact_sdr", "SensorNum ", "Held ");
+  redefine("compact_sdr", "SensorType ", "SensorNum ");
+  redefine("compact_sdr", "Held ", "SensorType ");
+  const Outcome outcome = on_database({"check"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out,
+            database() +
+                ": 1 problem\n"
+                "\n"
+                "table compact_sdr: columns SensorType and SensorNum are swapped: the library reads columns by their "
+                "position, so each is taken for the other.\n"
+                "  Create a new database (qmvctl init cim --db NEW) and copy the rows over by the names of their "
+                "columns.\n");
+}
+
+TEST_F(Check, SaysHowManyColumnsAreInAnotherOrder) {
+  sql("drop table boot_order; create table boot_order (isHost, InstanceID text primary key, AssignedSequence);");
+  EXPECT_EQ(problems(),
+            "boot_order: 3 columns are in another order, from isHost on, where InstanceID is expected: the library "
+            "reads columns by their position, so each is taken for another.\n");
+}
+
+TEST_F(Check, TakesUpperAndLowerCaseForAlike) {
+  sql("drop table boot_order; create table Boot_Order (INSTANCEID text primary key, assignedsequence, ISHOST);");
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, FindsMissingTables) {
+  sql("drop table role; drop table sel;");
+  EXPECT_EQ(problems(),
+            "role: the table is missing: nothing is read from it or stored in it.\n"
+            "sel: the table is missing: nothing is read from it or stored in it.\n");
+}
+
+TEST_F(Check, FindsMissingColumns) {
+  sql("alter table sel drop column EvMRev; alter table sel drop column EventType;");
+  sql("alter table boot_order drop column isHost;");
+  EXPECT_EQ(problems(),
+            "boot_order: column isHost is missing: rows cannot be stored.\n"
+            "sel: columns EventType and EvMRev are missing: rows cannot be stored, and each column behind is read into "
+            "the field of the one before.\n");
+}
+
+TEST_F(Check, FindsAddedColumns) {
+  sql("alter table sel add column Note text;");
+  redefine("boot_order", "AssignedSequence ", "Note, AssignedSequence ");
+  EXPECT_EQ(problems(),
+            "boot_order: column Note is added between the others: each column behind is read into the field of the one "
+            "after.\n"
+            "sel: column Note is added behind the others: the library does not read it, and leaves it empty in new "
+            "rows.\n");
+}
+
+TEST_F(Check, FindsRenamedColumns) {
+  sql("alter table fru rename column DevIdStr to DevId;");
+  EXPECT_EQ(problems(), "fru: column DevIdStr is called DevId: rows cannot be stored.\n");
+}
+
+TEST_F(Check, FindsKeysThatAreNotUnique) {
+  redefine("boot_order", " PRIMARY KEY", "");
+  redefine("fru", ", ChannelNumber)", ")");
+  EXPECT_EQ(problems(),
+            "boot_order: column InstanceID is not unique: storing a row that exists adds a second one in place of an "
+            "update.\n"
+            "fru: columns ChannelNumber, DeviceAccessAddr, FruIDSlaveAddr and LUNBusID are not unique: storing a row "
+            "that exists adds a second one in place of an update.\n");
+  sql("create index plain on boot_order (InstanceID);");
+  sql("create unique index partial on boot_order (InstanceID) where isHost;");
+  EXPECT_NE(problems().find("boot_order"), std::string::npos);
+}
+
+TEST_F(Check, AnIndexMakesAKeyUniqueAsItAdvises) {
+  redefine("boot_order", " PRIMARY KEY", "");
+  const std::string advice = Json::parse(on_database({"check", "--json"}).out).at(0).at("advice");
+  sql(advice.substr(advice.find("create")));
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, FindsTextsThatAreWiderThanTheirField) {
+  sql("insert into role (CreationClassName, Name, CommonName) values ('c', 'n', printf('%.257c', 'x')),"
+      "('c', 'm', printf('%.300c', 'x')), ('c', 'o', printf('%.256c', 'x'));");
+  EXPECT_EQ(
+      problems(),
+      "role: column CommonName: 2 texts are wider than the field of 256 bytes, and cut when read; the longest has "
+      "300.\n");
+}
+
+TEST_F(Check, CountsTheBytesOfATextNotItsCharacters) {
+  sql("insert into sel (RecordID, GeneratorID) values (1, '\u00E4\u00E4'), (2, '\u00E4\u00E4a');");
+  EXPECT_EQ(
+      problems(),
+      "sel: column GeneratorID: 1 text is wider than the field of 4 bytes, and cut when read; the longest has 5.\n");
+}
+
+// Every text that is declared, in every database, but those of the shell's jobs, which the library does not read.
+TEST_F(Check, KnowsTheWidthOfEveryText) {
+  for (const char* kind : {"cim", "tmp_cim", "association"}) {
+    std::filesystem::remove(database());
+    on_database({"init", kind});
+    std::string tables = sql("select group_concat(name) from sqlite_master where type = 'table';") + ",";
+    size_t expected = 0;
+    for (size_t comma; (comma = tables.find(',')) != std::string::npos; tables.erase(0, comma + 1)) {
+      const std::string table = tables.substr(0, comma);
+      const std::string columns = " from pragma_table_info('" + table + "')";
+      sql("insert into " + table + " values (" +
+          sql("select group_concat(case type when 'TEXT' then 'printf(''%.2000c'', ''x'')' else '1' end)" + columns) +
+          ");");
+      expected += std::stoul(sql("select count(*)" + columns + " where type = 'TEXT';"));
+    }
+    size_t found = 0;
+    for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+      found += finding.at("problem").get<std::string>().find("1 text is wider than the field of ") != std::string::npos;
+    }
+    EXPECT_EQ(found, expected) << kind;
+  }
+}
+
+TEST_F(Check, FindsEntitiesThatHaveNoClass) {
+  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 0), ('b', 1, 53), ('c', 1, 54), ('d', 1, 64),"
+      "('e', 1, -1), ('f', 1, 64), ('g', 1, null);");
+  EXPECT_EQ(problems(),
+            "device: column EntityID: 4 rows have entities outside 0 to 53, which have no CIM class: -1 entity "
+            "FFFFFFFFh, 54 reserved, 64 Air Inlet.\n");
+}
+
+TEST_F(Check, FindsDamageToTheFile) {
+  sql("create index extra on role (CommonName); insert into role (CreationClassName, Name) values ('a', 'b');");
+  sql("pragma writable_schema = on; update sqlite_master set rootpage = "
+      "(select rootpage from sqlite_master where name = 'role') where name = 'extra';");
+  EXPECT_NE(problems().find(": the file is damaged: "), std::string::npos) << problems();
+}
+
+TEST_F(Check, OfAFileThatIsNoDatabaseSaysSo) {
+  file("test.db", ascii(std::string(200, 'x')));
+  const Outcome outcome = on_database({"check"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.out.find("file is not a database"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Check, OfAMissingFileSaysSo) {
+  std::filesystem::remove(database());
+  const Outcome outcome = on_database({"check"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.out.find("No such file or directory (qmvctl init cim creates it)"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(database()));
+}
+
+TEST_F(Check, LetsNoControlCharacterThrough) {
+  sql("alter table sel add column \"x\x1B[2J\" text;");
+  EXPECT_EQ(on_database({"check"}).out.find('\x1B'), std::string::npos);
+}
+
+TEST_F(Check, SurvivesNamesWithQuotes) {
+  sql("create table \"it's\" (a); create unique index \"that's\" on role (CommonName);");
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, ChangesNothing) {
+  sql("insert into role (CreationClassName, Name) values ('a', 'b');");
+  const auto before = std::filesystem::last_write_time(database());
+  EXPECT_EQ(problems(), "");
+  EXPECT_EQ(std::filesystem::last_write_time(database()), before);
+}
+
+TEST_F(Check, WithoutDbChecksTheFilesThatHostsOpen) {
+  run({"init"});
+  EXPECT_EQ(run({"check"}).out,
+            "/tmp/cim.db: nothing is wrong\n/tmp/tmp_cim.db: nothing is wrong\n/tmp/smashclp.db: nothing is wrong\n");
+  run({"init", "association"});
+  std::filesystem::remove(path("tmp_cim.db"));
+  const Outcome outcome = run({"check"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(outcome.out.find("/tmp/tmp_cim.db: 1 problem\n"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("/etc/Association.db: nothing is wrong\n"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Check, GoesByTheKindThatIsNamed) {
+  EXPECT_EQ(on_database({"check", "cim"}).status, 0);
+  const Outcome outcome = on_database({"check", "tmp_cim"});
+  EXPECT_NE(outcome.out.find("table concrete_job: the table is missing"), std::string::npos) << outcome.out;
+  EXPECT_EQ(on_database({"check", "other"}).status, 2);
+}
+
+// Another process that holds a transaction on the scratch database until it is killed.
+class CheckOfLocks : public Check {
+ protected:
+  std::string problem_while_held(const char* begin) {
+    const qmv::test::Child holder([&] {
+      sqlite3* handle = nullptr;
+      sqlite3_open(database().c_str(), &handle);
+      EXPECT_EQ(sqlite3_exec(handle, begin, nullptr, nullptr, nullptr), SQLITE_OK);
+      raise(SIGSTOP);
+    });
+    holder.wait_until_stopped();
+    return problems();
+  }
+};
+
+TEST_F(CheckOfLocks, NamesTheProcessThatKeepsOthersFromWriting) {
+  const std::string problem = problem_while_held("begin immediate;");
+  EXPECT_EQ(problem.find(": process "), 0u) << problem;
+  EXPECT_NE(problem.find(" has held the write lock for a second: nobody else can store anything.\n"),
+            std::string::npos);
+}
+
+TEST_F(CheckOfLocks, SaysThatTheFileCannotBeReadEither) {
+  const std::string problem = problem_while_held("begin exclusive;");
+  EXPECT_EQ(problem.find(": process "), 0u) << problem;
+  EXPECT_NE(problem.find(": the check ends here: " + database() + ": database is locked\n"), std::string::npos);
+}
+
+TEST_F(CheckOfLocks, FindsTheWriterOfAnotherJournalWithoutItsName) {
+  sql("pragma journal_mode = wal;");
+  EXPECT_EQ(problem_while_held("begin immediate;"),
+            ": another process has held the write lock for a second: nobody else can store anything.\n");
+}
+
+TEST_F(CheckOfLocks, DoNotMindReaders) {
+  EXPECT_EQ(problem_while_held("begin; select count(*) from role;"), "");
+}
+
+}  // namespace
+}  // namespace qmvctl::test

@@ -1,0 +1,251 @@
+// The forms of every list, and the selection of rows.
+#include <sstream>
+
+#include "command_test.h"
+#include "selection.h"
+#include "terminal.h"
+
+namespace qmvctl::test {
+namespace {
+
+// A database with two rows in every table, the texts of one far too long.
+class Forms : public CommandTest {
+ protected:
+  void fill(const std::string& kind) {
+    on_database({"init", kind});
+    for (const std::string& table : split(sql("select group_concat(name) from sqlite_master where type = 'table';"))) {
+      insert(table, "'a, \"' || cid || '\"'", 1);
+      insert(table, "printf('%.300c', 'x')", 2);
+    }
+  }
+
+  // The commands that list what such a database holds.
+  static std::vector<std::vector<std::string>> lists(const std::string& kind) {
+    if (kind == "tmp_cim") return {{"jobs"}, {"jobs", "list"}, {"jobs", "errors"}};
+    if (kind == "association") return {{"associations"}, {"associations", "plugins"}};
+    return {{"sensors"},
+            {"fru"},
+            {"sel"},
+            {"assets"},
+            {"processors"},
+            {"memory"},
+            {"power-supplies"},
+            {"indications"},
+            {"indications", "destinations"},
+            {"indications", "filters"},
+            {"indications", "subscriptions"},
+            {"instances", "registered_profile"},
+            {"instances", "ssh_capabilities"},
+            {"instances", "protocol_service"}};
+  }
+
+  static std::vector<std::string> split(const std::string& text, char at = ',') {
+    std::vector<std::string> parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, at);) parts.push_back(part);
+    return parts;
+  }
+
+ private:
+  void insert(const std::string& table, const std::string& text, int row) {
+    const std::string number = "case name when 'SensorType' then " + std::string(row == 1 ? "7" : "12") +
+                               " when 'EntityID' then 10 "
+                               "when 'PhysicalElement' then 1280 when 'OwnerID' then 32 else 10 * " +
+                               std::to_string(row) + " end";
+    const std::string value = "case type when 'TEXT' then '''' || " + text + " || " + std::to_string(row) +
+                              " || '''' else " + number + " end";
+    sql("insert into " + table + " values (" +
+        sql("select group_concat(" + value + ") from pragma_table_info('" + table + "');") + ");");
+  }
+};
+
+TEST_F(Forms, TablesFitEightyPlaces) {
+  for (const char* kind : {"cim", "tmp_cim", "association"}) {
+    fill(kind);
+    for (const auto& list : lists(kind)) {
+      const Outcome outcome = on_database(list);
+      ASSERT_EQ(outcome.status, 0) << list.front() << outcome.err;
+      const auto lines = split(outcome.out, '\n');
+      EXPECT_GE(lines.size(), 2u) << list.front() << ' ' << list.back();
+      for (const std::string& line : lines) EXPECT_LE(line.size(), 80u) << line;
+    }
+    std::filesystem::remove(database());
+  }
+}
+
+TEST_F(Forms, WideTablesAreUncut) {
+  fill("cim");
+  const std::string text(255, 'x');
+  for (const char* list : {"sensors", "fru", "memory"}) {
+    EXPECT_EQ(on_database({list}).out.find(text), std::string::npos) << list;
+    EXPECT_NE(on_database({list, "--wide"}).out.find(text), std::string::npos) << list;
+  }
+}
+
+TEST_F(Forms, EveryListIsWrittenAsCsvWithAsManyFieldsInEachLine) {
+  for (const char* kind : {"cim", "tmp_cim", "association"}) {
+    fill(kind);
+    for (auto list : lists(kind)) {
+      list.push_back("--csv");
+      const std::string out = on_database(list).out;
+      size_t lines = 0;
+      size_t commas = std::string::npos;
+      for (size_t start = 0; start < out.size(); ++lines) {
+        const size_t end = out.find("\r\n", start);
+        ASSERT_NE(end, std::string::npos);
+        bool is_quoted = false;
+        size_t count = 0;
+        for (size_t i = start; i < end; ++i) {
+          if (out[i] == '"') is_quoted = !is_quoted;
+          if (out[i] == ',' && !is_quoted) ++count;
+        }
+        if (commas == std::string::npos) commas = count;
+        EXPECT_EQ(count, commas) << out.substr(start, end - start);
+        start = end + 2;
+      }
+      EXPECT_GE(lines, 2u) << list.front();
+    }
+    std::filesystem::remove(database());
+  }
+}
+
+TEST_F(Forms, HeadsAreLeftOutOfTablesAndCsv) {
+  fill("cim");
+  EXPECT_EQ(on_database({"fru"}).out.rfind("ID  Name", 0), 0u);
+  EXPECT_EQ(on_database({"fru", "--no-header"}).out.rfind("10  a, ", 0), 0u);
+  EXPECT_EQ(on_database({"fru", "--csv"}).out.rfind("ID,Name,Entity,Product maker", 0), 0u);
+  EXPECT_EQ(on_database({"fru", "--csv", "--no-header"}).out.rfind("10,\"a, \"\"7\"\"1\",10.10 Power Supply,", 0), 0u);
+}
+
+TEST_F(Forms, JsonAndCsvExcludeEachOther) {
+  fill("cim");
+  EXPECT_EQ(on_database({"fru", "--csv", "--json"}).status, 2);
+}
+
+class Selections : public CommandTest {
+ protected:
+  Selections() {
+    on_database({"init"});
+    sensor("20:00:01", "Inlet", 1, 55, 1);
+    sensor("20:00:02", "Board", 1, 7, 1);
+    sensor("20:00:0A", "Fan 1", 4, 7, 0x82);
+  }
+
+  void sensor(const std::string& id, const std::string& name, int type, int entity, int instance) {
+    sql("insert into compact_sdr (DeviceID, SensorName, SensorType, EntityID, EntityInstance, SensorNum, IdStr) values "
+        "('" +
+        id + "', '" + name + "', " + std::to_string(type) + ", " + std::to_string(entity) + ", " +
+        std::to_string(instance) + ", 5, '');");
+  }
+
+  std::string names(const std::vector<std::string>& options) {
+    std::vector<std::string> command{"sensors"};
+    command.insert(command.end(), options.begin(), options.end());
+    std::string names;
+    for (const Json& row : rows(command)) names += row.at("name").get<std::string>() + ";";
+    return names;
+  }
+};
+
+TEST_F(Selections, GoByIdOrName) {
+  EXPECT_EQ(names({"--id", "20:00:02"}), "Board;");
+  EXPECT_EQ(names({"--id", "20:00:0a"}), "Fan 1;");
+  EXPECT_EQ(names({"--id", "fan 1"}), "Fan 1;");
+  EXPECT_EQ(names({"--id", "fan"}), "");
+}
+
+TEST_F(Selections, GoByTypeAsCodeOrName) {
+  EXPECT_EQ(names({"--type", "1"}), "Inlet;Board;");
+  EXPECT_EQ(names({"--type", "0x04"}), "Fan 1;");
+  EXPECT_EQ(names({"--type", "04h"}), "Fan 1;");
+  EXPECT_EQ(names({"--type", "temperature"}), "Inlet;Board;");
+  EXPECT_EQ(names({"--type", "2"}), "");
+}
+
+TEST_F(Selections, GoByEntityWithOrWithoutItsInstance) {
+  EXPECT_EQ(names({"--entity", "7"}), "Board;Fan 1;");
+  EXPECT_EQ(names({"--entity", "7.2"}), "Fan 1;");
+  EXPECT_EQ(names({"--entity", "0x37.1"}), "Inlet;");
+  EXPECT_EQ(names({"--entity", "air inlet"}), "Inlet;");
+  EXPECT_EQ(names({"--entity", "7.3"}), "");
+}
+
+TEST_F(Selections, GoTogether) {
+  EXPECT_EQ(names({"--entity", "7", "--type", "1"}), "Board;");
+}
+
+TEST_F(Selections, ThatNothingMatchesSaySo) {
+  EXPECT_EQ(on_database({"sensors", "--type", "2"}).out, "Nothing matches.\n");
+  EXPECT_EQ(on_database({"fru", "--id", "2"}).out, "There are no FRUs.\n");
+}
+
+TEST_F(Selections, AreRefusedWhereAListHasNoSuchColumn) {
+  EXPECT_EQ(on_database({"fru", "--type", "1"}).status, 2);
+  EXPECT_EQ(on_database({"sel", "--entity", "1"}).status, 2);
+  EXPECT_EQ(on_database({"associations", "plugins", "--id", "1"}).status, 2);
+}
+
+TEST_F(Selections, OfInstancesGoByTheFirstColumn) {
+  sql("insert into boot_order values ('Disk', 2, 1), ('Net', 10, 0);");
+  EXPECT_EQ(rows({"instances", "boot_order", "--id", "net"}).at(0).at("AssignedSequence"), 10);
+}
+
+TEST_F(Selections, ShowOneRecordInFull) {
+  EXPECT_EQ(on_database({"sensors", "show", "Board"}).out,
+            "DeviceID        : 20:00:02\n"
+            "Name            : Board\n"
+            "Type            : Temperature (01h)\n"
+            "Entity          : 7.1 System Board (07h)\n"
+            "Kind            : compact\n"
+            "Owner           : 00h\n"
+            "Owner LUN       : 00h\n"
+            "Number          : 05h\n"
+            "Record ID       : 0\n"
+            "Event type      : 00h\n"
+            "CIM sensor type : 0\n");
+  EXPECT_EQ(rows({"sensors", "show", "Board"}).size(), 1u);
+  EXPECT_EQ(on_database({"sensors", "show", "Board", "--csv"}).out.rfind("DeviceID,Name,", 0), 0u);
+}
+
+TEST_F(Selections, ShowOfAMissingRecordFails) {
+  const Outcome outcome = on_database({"sensors", "show", "Bord"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": there is no record Bord\n");
+  EXPECT_EQ(on_database({"sensors", "show"}).status, 2);
+}
+
+TEST(Number, IsDecimalOrHexadecimal) {
+  EXPECT_EQ(number_of("48"), 48);
+  EXPECT_EQ(number_of("-1"), -1);
+  EXPECT_EQ(number_of("0x2f"), 47);
+  EXPECT_EQ(number_of("2Fh"), 47);
+  for (const char* text : {"", "h", "0x", "2F", "1 ", "99999999999", "1.5"}) EXPECT_EQ(number_of(text), std::nullopt);
+}
+
+class TerminalTest : public testing::Test {
+ protected:
+  TerminalTest() {
+    unsetenv("NO_COLOR");
+    setenv("TERM", "xterm", 1);
+  }
+};
+
+TEST_F(TerminalTest, HasColoursAndProgressWhereItIsOne) {
+  EXPECT_TRUE(terminal_of(true, false).has_colours);
+  EXPECT_FALSE(terminal_of(true, false).has_progress);
+  EXPECT_FALSE(terminal_of(false, true).has_colours);
+  EXPECT_TRUE(terminal_of(false, true).has_progress);
+}
+
+TEST_F(TerminalTest, HasNoColoursWhenTheyAreNotWanted) {
+  setenv("NO_COLOR", "1", 1);
+  EXPECT_FALSE(terminal_of(true, true).has_colours);
+  setenv("NO_COLOR", "", 1);
+  EXPECT_TRUE(terminal_of(true, true).has_colours);
+  setenv("TERM", "dumb", 1);
+  EXPECT_FALSE(terminal_of(true, true).has_colours);
+}
+
+}  // namespace
+}  // namespace qmvctl::test

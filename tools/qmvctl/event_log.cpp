@@ -1,0 +1,62 @@
+#include "event_log.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "rows.h"
+
+namespace qmvctl {
+
+namespace {
+
+// The library's deletes always answer 0.
+void expect_events(const Database& database, size_t count) {
+  if (count_rows(database, "sel") != count) {
+    database.fail(std::string("events cannot be deleted: ") + sqlite3_errmsg(database.handle()));
+  }
+}
+
+bool has_event(const Database& database, int32_t record_id) {
+  sel_rec* event = nullptr;
+  const bool is_there = db_get_sel_record(database.handle(), record_id, &event) == 0;
+  db_freemem(event);
+  return is_there;
+}
+
+}  // namespace
+
+int32_t add_event(Database& database, sel_rec event) {
+  constexpr int32_t kLastRecordId = 0xFFFE;
+  Transaction transaction(database);
+  event.RecordID = 1;
+  for (const sel_rec& other : events(database)) event.RecordID = std::max(event.RecordID, other.RecordID + 1);
+  if (event.RecordID > kLastRecordId) database.fail("the event log has used its last record ID: clear it first");
+  // A constraint that the row does not meet looks to the library like an event that exists.
+  if (db_addsel(database.handle(), &event, 0) != 0 || !has_event(database, event.RecordID)) {
+    database.fail(std::string("the event cannot be added: ") + sqlite3_errmsg(database.handle()));
+  }
+  transaction.commit();
+  return event.RecordID;
+}
+
+void delete_events(Database& database, const std::vector<int32_t>& record_ids) {
+  Transaction transaction(database);
+  for (const int32_t id : record_ids) {
+    const size_t count = count_rows(database, "sel");
+    if (!has_event(database, id)) database.fail("there is no event " + std::to_string(id) + "; nothing is deleted");
+    db_del_sel(database.handle(), id);
+    expect_events(database, count - 1);
+  }
+  transaction.commit();
+}
+
+size_t clear_events(Database& database) {
+  Transaction transaction(database);
+  const size_t count = count_rows(database, "sel");
+  db_clear_sel_records(database.handle());
+  expect_events(database, 0);
+  transaction.commit();
+  return count;
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,70 @@
+#include "list_command.h"
+
+#include "reports.h"
+
+namespace qmvctl {
+
+namespace {
+
+// A record that is asked for by its name must be there.
+void add_show(CLI::App& parent, Context& context, const ListCommand& list) {
+  CLI::App* command = add_subcommand(parent, "show", "Show one record in full");
+  const auto selection = std::make_shared<Selection>();
+  command->add_option("id", selection->id, "ID or name of the record")->type_name("ID")->required();
+  std::string path;
+  for (const CLI::App* each = command; each; each = each->get_parent()) path = each->get_name() + " " + path;
+  add_example(*command, path + list.keys.id_example);
+  command->callback([&context, selection, list] {
+    const Database database = Database::open(context.file, list.kind);
+    Listing listing = list.list(database);
+    select(listing, list.keys, *selection);
+    if (listing.rows.empty()) database.fail("there is no record " + selection->id);
+    Form form = context.form;
+    if (form.kind == Form::Kind::kTable) form.kind = Form::Kind::kInFull;
+    report(context.out, form, listing);
+  });
+}
+
+}  // namespace
+
+CLI::App* add_subcommand(CLI::App& parent, const char* name, const char* description) {
+  CLI::App* command = parent.add_subcommand(name, description);
+  const bool is_below_another = parent.get_parent() != nullptr;
+  if (is_below_another) {
+    for (CLI::Option* option : parent.get_options()) command->excludes(option);
+  }
+  return command;
+}
+
+std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys) {
+  auto selection = std::make_shared<Selection>();
+  if (!keys.ids.empty()) command.add_option("--id", selection->id, "records with this ID or name")->type_name("ID");
+  if (keys.has_type) {
+    command.add_option("--type", selection->type, "sensors of this type, by code or name")->type_name("TYPE");
+  }
+  if (keys.has_entity) {
+    command.add_option("--entity", selection->entity, "of this entity: 7, 7.1 or a name")->type_name("ENTITY");
+  }
+  if (keys.has_order) command.add_option("--last", selection->last, "the last N of these alone")->type_name("N");
+  return selection;
+}
+
+void add_example(CLI::App& command, const std::string& example) {
+  command.footer("Example:\n  " + example);
+}
+
+CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& list) {
+  CLI::App* command = add_subcommand(parent, list.name, list.description);
+  const auto selection = add_selection(*command, list.keys);
+  if (!list.keys.ids.empty()) add_show(*command, context, list);
+  add_example(*command, list.example);
+  command->callback([&context, command, selection, list] {
+    if (!command->get_subcommands().empty()) return;
+    Listing listing = list.list(Database::open(context.file, list.kind));
+    select(listing, list.keys, *selection);
+    report(context.out, context.form, listing);
+  });
+  return command;
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,37 @@
+// Commands that show a list.
+#ifndef QMVCTL_LIST_COMMAND_H
+#define QMVCTL_LIST_COMMAND_H
+
+#include <memory>
+
+#include "command_groups.h"
+#include "database.h"
+#include "selection.h"
+
+namespace qmvctl {
+
+struct ListCommand {
+  const char* name;
+  const char* description;
+  Listing (*list)(const Database&);
+  Keys keys;
+  const char* example;
+  const DatabaseKind& kind = kInstanceDatabase;
+};
+
+// Adds the command, with the options that select rows and, where rows have names, "show". Subcommands that are added
+// later run in its place.
+CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& command);
+
+// Adds a command to a command. It goes without the options of that one, which would say nothing of it.
+CLI::App* add_subcommand(CLI::App& parent, const char* name, const char* description);
+
+// Adds the options that select rows by these keys.
+std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys);
+
+// The end of a command's help.
+void add_example(CLI::App& command, const std::string& example);
+
+}  // namespace qmvctl
+
+#endif

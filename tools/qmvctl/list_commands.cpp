@@ -1,0 +1,131 @@
+// sensors, fru, assets, processors, memory, power-supplies, instances, indications and associations.
+#include "commands.h"
+#include "list_command.h"
+#include "reports.h"
+
+namespace qmvctl {
+
+namespace {
+
+const ListCommand kSensorList{"sensors",
+                              "Show the sensors with their thresholds",
+                              list_sensors,
+                              {{"device_id", "name"}, "20:00:30", true, true},
+                              "qmvctl sensors --type temperature --entity 7.1"};
+const ListCommand kFruList{
+    "fru", "Show the field-replaceable units", list_frus, {{"fru_id", "name"}, "0", false, true}, "qmvctl fru show 0"};
+const ListCommand kProcessorList{"processors",
+                                 "Show the processors",
+                                 list_processors,
+                                 {{"device_id", "name"}, "20:00:30", true, true},
+                                 "qmvctl processors --entity 3.1"};
+const ListCommand kMemoryList{
+    "memory", "Show the memory", list_memory, {{"device_id", "name"}, "20:00:30", true, true}, "qmvctl memory --csv"};
+const ListCommand kPowerSupplyList{"power-supplies",
+                                   "Show the power supplies",
+                                   list_power_supplies,
+                                   {{"instance", "fru"}, "10:1:80:PowerSupply", false, true},
+                                   "qmvctl power-supplies --wide"};
+const ListCommand kAssociationList{"associations",
+                                   "Show the association registry",
+                                   list_associations,
+                                   {{"class"}, "CIM_ElementCapabilities"},
+                                   "qmvctl associations show CIM_ElementCapabilities",
+                                   kRegistry};
+const ListCommand kPluginList{
+    "plugins", "Show the plug-ins that are registered there", list_plugins, {}, "qmvctl associations plugins",
+    kRegistry};
+
+const ListCommand kIndicationLists[] = {
+    {"destinations",
+     "Show the destinations alone",
+     list_destinations,
+     {{"name"}, "Station1"},
+     "qmvctl indications destinations --json"},
+    {"filters", "Show the filters alone", list_filters, {{"name"}, "Station1"}, "qmvctl indications filters --wide"},
+    {"subscriptions",
+     "Show the subscriptions alone",
+     list_subscriptions,
+     {{"destination", "filter"}, "Station1"},
+     "qmvctl indications subscriptions --id Station1"},
+};
+
+void show_assets(const Context& context, const std::string& asset_class) {
+  const Database database = Database::open(context.file);
+  std::vector<std::string> names(std::begin(kAssetClasses), std::end(kAssetClasses));
+  if (!asset_class.empty()) names = {asset_class};
+  std::vector<Assets> classes;
+  for (const std::string& name : names) {
+    auto assets = list_assets(database, name);
+    if (!assets) throw CLI::ValidationError("class", name + " is not one of " + CLI::detail::join(kAssetClasses, ", "));
+    classes.push_back(std::move(*assets));
+  }
+  report(context.out, context.form, classes);
+}
+
+void add_assets(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand("assets", "Show the physical assets of a CIM class or of all");
+  const auto asset_class = std::make_shared<std::string>();
+  command->add_option("class", *asset_class, "the class, all when it is not given")->type_name("CLASS");
+  command->footer("Classes:\n  " + CLI::detail::join(kAssetClasses, "\n  ") + "\n\nExample:\n  qmvctl assets CIM_Card");
+  command->callback([&context, asset_class] { show_assets(context, *asset_class); });
+}
+
+void show_instances(const Context& context, const std::string& table, const Selection& selection) {
+  auto listing = list_instances(Database::open(context.file), table);
+  if (!listing) {
+    throw CLI::ValidationError("table", table + " is not one of " + CLI::detail::join(instance_tables(), ", "));
+  }
+  if (!listing->rows.empty()) select(*listing, {{listing->rows.front().begin().key()}}, selection);
+  report(context.out, context.form, *listing);
+}
+
+void add_instances(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand("instances", "Show the instances in a profile table");
+  const auto table = std::make_shared<std::string>();
+  command->add_option("table", *table, "the table")->type_name("TABLE")->required();
+  const auto selection = add_selection(*command, {{"the first column"}});
+  command->footer("Tables:\n  " + CLI::detail::join(instance_tables(), "\n  ") +
+                  "\n\n"
+                  "--id goes by the first column. Of dhcp_capabilities the library reads the first\n"
+                  "row only; of textredirectionservice, textredirectionsap,\n"
+                  "account_management_service and indication_service only the row with the name\n"
+                  "that it knows. Rows of dhcp_protocol_endpoint, event_type and\n"
+                  "request_state_change it finds by their keys only: they cannot be shown.\n\n"
+                  "Example:\n  qmvctl instances boot_order");
+  command->callback([&context, table, selection] { show_instances(context, *table, *selection); });
+}
+
+void add_indications(CLI::App& app, Context& context) {
+  CLI::App* command = app.add_subcommand("indications", "Show the destinations, filters and subscriptions");
+  for (const ListCommand& each : kIndicationLists) add_list(*command, context, each);
+  add_example(*command, "qmvctl indications subscriptions");
+  command->callback([&context, command] {
+    if (!command->get_subcommands().empty()) return;
+    const Database database = Database::open(context.file);
+    std::vector<HeadedListing> lists;
+    for (const ListCommand& each : kIndicationLists) {
+      std::string head = each.name;
+      head[0] = static_cast<char>(std::toupper(head[0]));
+      lists.push_back({each.name, head, each.list(database)});
+    }
+    report(context.out, context.form, lists);
+  });
+}
+
+}  // namespace
+
+void add_list_commands(CLI::App& app, Context& context) {
+  add_list(app, context, kSensorList);
+  add_list(app, context, kFruList);
+  add_assets(app, context);
+  add_list(app, context, kProcessorList);
+  add_list(app, context, kMemoryList);
+  add_list(app, context, kPowerSupplyList);
+  add_instances(app, context);
+  add_indications(app, context);
+  CLI::App* associations = add_list(app, context, kAssociationList);
+  add_list(*associations, context, kPluginList);
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,65 @@
+#include "selection.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <charconv>
+
+#include "names.h"
+
+namespace qmvctl {
+
+namespace {
+
+bool is_same(const std::string& a, const std::string& b) {
+  return strcasecmp(a.c_str(), b.c_str()) == 0;
+}
+
+bool is_value(const Json& row, const std::string& key, const std::string& text) {
+  const auto value = row.find(key);
+  if (value == row.end() || value->is_null()) return false;
+  return value->is_string() ? is_same(*value, text) : number_of(text) == value->get<int>();
+}
+
+bool is_type(const Json& row, const std::string& type) {
+  return is_value(row, "sensor_type", type) || is_value(row, "sensor_type_name", type);
+}
+
+bool is_entity(const Json& row, const std::string& entity) {
+  const int id = row.at("entity_id");
+  const int instance = row.at("entity_instance").get<int>() & 0x7F;
+  const size_t dot = entity.find('.');
+  if (dot == std::string::npos) return number_of(entity) == id || is_same(entity, entity_name(id));
+  return number_of(entity.substr(0, dot)) == id && number_of(entity.substr(dot + 1)) == instance;
+}
+
+}  // namespace
+
+std::optional<int> number_of(std::string_view text) {
+  int base = 10;
+  if (text.starts_with("0x") || text.starts_with("0X")) {
+    text.remove_prefix(2);
+    base = 16;
+  } else if (text.ends_with('h') || text.ends_with('H')) {
+    text.remove_suffix(1);
+    base = 16;
+  }
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+  const bool is_number = error == std::errc() && end == text.data() + text.size();
+  return is_number ? std::optional(number) : std::nullopt;
+}
+
+void select(Listing& listing, const Keys& keys, const Selection& selection) {
+  const auto is_left_out = [&](const Json& row) {
+    const auto is_id = [&](const std::string& key) { return is_value(row, key, selection.id); };
+    return (!selection.id.empty() && std::none_of(keys.ids.begin(), keys.ids.end(), is_id)) ||
+           (!selection.type.empty() && !is_type(row, selection.type)) ||
+           (!selection.entity.empty() && !is_entity(row, selection.entity));
+  };
+  if (std::erase_if(listing.rows, is_left_out) > 0) listing.empty_text = "Nothing matches.";
+  const size_t last = selection.last.value_or(listing.rows.size());
+  if (last < listing.rows.size()) listing.rows.erase(listing.rows.begin(), listing.rows.end() - static_cast<int>(last));
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,184 @@
+#include "table_shape.h"
+
+#include <fmt/format.h>
+#include <strings.h>
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+
+namespace qmvctl {
+
+namespace {
+
+bool is_same(const std::string& a, const std::string& b) {
+  return strcasecmp(a.c_str(), b.c_str()) == 0;
+}
+
+std::string text_at(sqlite3_stmt* row, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+  return text ? text : "";
+}
+
+// Column 0 of all rows.
+Names names_of(const Database& database, const std::string& query) {
+  Names names;
+  database.query(query.c_str(), [&](sqlite3_stmt* row) { names.push_back(text_at(row, 0)); });
+  return names;
+}
+
+NameSet set_of(const Names& names) {
+  return {names.begin(), names.end()};
+}
+
+// "A", "A and B", "A, B and C"
+std::string listed(const Names& names) {
+  std::string text;
+  for (size_t i = 0; i < names.size(); ++i) {
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  }
+  return text;
+}
+
+std::string columns_are(const Names& names) {
+  return (names.size() == 1 ? "column " : "columns ") + listed(names) + (names.size() == 1 ? " is " : " are ");
+}
+
+// The names that are not in the other list.
+Names without(const Names& names, const Names& others) {
+  const NameSet left_out = set_of(others);
+  Names rest;
+  std::copy_if(names.begin(), names.end(), std::back_inserter(rest),
+               [&](const std::string& name) { return !left_out.contains(name); });
+  return rest;
+}
+
+// Whether these names are the last ones of a list.
+bool are_last(const Names& names, const Names& all) {
+  return std::equal(names.rbegin(), names.rend(), all.rbegin(), is_same);
+}
+
+std::string renewal(const DatabaseKind& kind) {
+  return fmt::format(
+      "Create a new database (qmvctl init {} --db NEW) and copy the rows over by the names of their columns.",
+      kind.name);
+}
+
+// Takes the columns that have another name at their place off both lists.
+void take_renamed(const TableShape& table, const TableShape& reference, Names& missing, Names& added,
+                  std::vector<Finding>& findings) {
+  if (table.columns.size() != reference.columns.size()) return;
+  for (size_t i = 0; i < table.columns.size(); ++i) {
+    const std::string& found = table.columns[i];
+    const std::string& expected = reference.columns[i];
+    const bool is_renamed = set_of(missing).contains(expected) && set_of(added).contains(found);
+    if (!is_renamed) continue;
+    missing = without(missing, {expected});
+    added = without(added, {found});
+    findings.push_back({table.name, fmt::format("column {} is called {}: rows cannot be stored.", expected, found),
+                        fmt::format("alter table {} rename column {} to {};", table.name, found, expected)});
+  }
+}
+
+void compare_names(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+                   std::vector<Finding>& findings) {
+  Names missing = without(reference.columns, table.columns);
+  Names added = without(table.columns, reference.columns);
+  take_renamed(table, reference, missing, added, findings);
+  if (!missing.empty()) {
+    const char* shift =
+        are_last(missing, reference.columns) ? "" : ", and each column behind is read into the field of the one before";
+    findings.push_back(
+        {table.name, columns_are(missing) + "missing: rows cannot be stored" + shift + ".", renewal(kind)});
+  }
+  if (!added.empty()) {
+    const char* effect = are_last(added, table.columns)
+                             ? "behind the others: the library does not read it, and leaves it empty in new rows."
+                             : "between the others: each column behind is read into the field of the one after.";
+    std::string advice = "If nothing else needs it:";
+    for (const std::string& column : added)
+      advice += fmt::format(" alter table {} drop column {};", table.name, column);
+    findings.push_back({table.name, columns_are(added) + "added " + effect, advice});
+  }
+}
+
+// Compares the order of the columns that both have.
+void compare_order(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+                   std::vector<Finding>& findings) {
+  constexpr const char* kByPosition = "the library reads columns by their position";
+  const Names expected = without(reference.columns, without(reference.columns, table.columns));
+  const Names found = without(table.columns, without(table.columns, reference.columns));
+  std::vector<size_t> moved;
+  for (size_t i = 0; i < expected.size(); ++i) {
+    if (!is_same(expected[i], found[i])) moved.push_back(i);
+  }
+  if (moved.empty()) return;
+  const size_t first = moved.front();
+  const bool is_swap = moved.size() == 2 && is_same(expected[first], found[moved[1]]);
+  const std::string problem =
+      is_swap ? fmt::format("columns {} and {} are swapped: {}, so each is taken for the other.", found[first],
+                            expected[first], kByPosition)
+              : fmt::format(
+                    "{} columns are in another order, from {} on, where {} is expected: {}, so each is taken for "
+                    "another.",
+                    moved.size(), found[first], expected[first], kByPosition);
+  findings.push_back({table.name, problem, renewal(kind)});
+}
+
+void compare_keys(const TableShape& table, const TableShape& reference, std::vector<Finding>& findings) {
+  for (const NameSet& key : reference.keys) {
+    const auto is_key = [&](const NameSet& other) {
+      return std::equal(key.begin(), key.end(), other.begin(), other.end(), is_same);
+    };
+    const Names columns(key.begin(), key.end());
+    const bool can_be_compared = without(columns, table.columns).empty();
+    if (!can_be_compared || std::any_of(table.keys.begin(), table.keys.end(), is_key)) continue;
+    findings.push_back({table.name,
+                        fmt::format("{}not unique: storing a row that exists adds a second one in place of an update.",
+                                    columns_are(columns)),
+                        fmt::format("Delete rows that are there twice, then: create unique index {0}_key on {0} ({1});",
+                                    table.name, fmt::join(columns, ", "))});
+  }
+}
+
+}  // namespace
+
+bool NameOrder::operator()(const std::string& a, const std::string& b) const {
+  return strcasecmp(a.c_str(), b.c_str()) < 0;
+}
+
+NameSet tables_of(const Database& database) {
+  return set_of(names_of(database, "select name from sqlite_master where type = 'table';"));
+}
+
+TableShape shape_of(const Database& database, const std::string& table) {
+  TableShape shape{
+      table, names_of(database, fmt::format("select name from pragma_table_info('{}') order by cid;", table)), {}};
+  const Names key = names_of(database, fmt::format("select name from pragma_table_info('{}') where pk > 0;", table));
+  if (!key.empty()) shape.keys.insert(set_of(key));
+  std::map<std::string, NameSet> indexes;
+  database.query(fmt::format("select list.name, info.name from pragma_index_list('{}') list, "
+                             "pragma_index_info(list.name) info where list.\"unique\" and not list.partial;",
+                             table)
+                     .c_str(),
+                 [&](sqlite3_stmt* row) { indexes[text_at(row, 0)].insert(text_at(row, 1)); });
+  for (const auto& [name, columns] : indexes) shape.keys.insert(columns);
+  return shape;
+}
+
+std::vector<TableShape> references(const DatabaseKind& kind) {
+  Database database = Database::in_memory();
+  database.execute(kind.schema);
+  std::vector<TableShape> shapes;
+  for (const std::string& table : tables_of(database)) shapes.push_back(shape_of(database, table));
+  return shapes;
+}
+
+void compare(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+             std::vector<Finding>& findings) {
+  compare_names(table, reference, kind, findings);
+  compare_order(table, reference, kind, findings);
+  compare_keys(table, reference, findings);
+}
+
+}  // namespace qmvctl

@@ -1,0 +1,39 @@
+// Tables as they are, and what differs between two.
+#ifndef QMVCTL_TABLE_SHAPE_H
+#define QMVCTL_TABLE_SHAPE_H
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "check.h"
+#include "database.h"
+
+namespace qmvctl {
+
+// Names of columns, compared as SQLite does: upper and lower case are alike.
+struct NameOrder {
+  bool operator()(const std::string& a, const std::string& b) const;
+};
+using Names = std::vector<std::string>;
+using NameSet = std::set<std::string, NameOrder>;
+
+struct TableShape {
+  std::string name;
+  Names columns;           // in their order
+  std::set<NameSet> keys;  // sets of columns that are unique
+};
+
+NameSet tables_of(const Database& database);
+TableShape shape_of(const Database& database, const std::string& table);
+
+// The tables that a database of that kind has to have.
+std::vector<TableShape> references(const DatabaseKind& kind);
+
+// Compares a table with its reference: columns and uniqueness. `kind` is named in what to do.
+void compare(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+             std::vector<Finding>& findings);
+
+}  // namespace qmvctl
+
+#endif

@@ -1,0 +1,22 @@
+#include "terminal.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace qmvctl {
+
+namespace {
+
+std::string_view environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+}  // namespace
+
+Terminal terminal_of(bool out_is_terminal, bool err_is_terminal) {
+  const bool wants_colours = environment("NO_COLOR").empty() && environment("TERM") != "dumb";
+  return {out_is_terminal && wants_colours, err_is_terminal};
+}
+
+}  // namespace qmvctl

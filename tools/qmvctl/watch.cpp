@@ -1,0 +1,102 @@
+#include "watch.h"
+
+#include <time.h>
+
+#include <csignal>
+#include <cstddef>
+#include <map>
+
+#include "commands.h"
+#include "reports.h"
+
+namespace qmvctl {
+
+namespace {
+
+volatile std::sig_atomic_t is_interrupted = 0;
+
+// While it lives, an interrupt sets the flag and ends a sleep in place of the process.
+class InterruptHandler {
+ public:
+  InterruptHandler() {
+    is_interrupted = 0;
+    struct sigaction action {};
+    action.sa_handler = [](int) { is_interrupted = 1; };
+    sigaction(SIGINT, &action, &former_);
+  }
+  InterruptHandler(const InterruptHandler&) = delete;
+  InterruptHandler& operator=(const InterruptHandler&) = delete;
+  ~InterruptHandler() { sigaction(SIGINT, &former_, nullptr); }
+
+ private:
+  struct sigaction former_ {};
+};
+
+void sleep_until_next_look() {
+  constexpr timespec kHalfASecond{0, 500'000'000};
+  nanosleep(&kHalfASecond, nullptr);
+}
+
+// Changes with every commit of another connection.
+int data_version(const Database& database) {
+  int version = 0;
+  database.query("pragma data_version;", [&](sqlite3_stmt* row) { version = sqlite3_column_int(row, 0); });
+  return version;
+}
+
+class Follower {
+ public:
+  Follower(const Form& form, std::ostream& out) : form_(form), out_(out) { form_.is_growing = true; }
+
+  // Prints what is new in a list, but for the first rows.
+  void show(Listing events, size_t skipped) {
+    std::map<Json, Json> known;
+    std::vector<Json> news;
+    for (Json& row : events.rows) {
+      const Json& id = row.at("record_id");
+      const auto before = known_.find(id);
+      const bool is_new = before == known_.end() || before->second != row;
+      known.emplace(id, row);
+      if (is_new && known.size() > skipped) news.push_back(std::move(row));
+    }
+    known_ = std::move(known);
+    events.rows = std::move(news);
+    print(events);
+  }
+
+ private:
+  void print(const Listing& events) {
+    if (events.rows.empty()) return;
+    if (form_.kind == Form::Kind::kJson) {
+      for (const Json& row : events.rows) out_ << row.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    } else {
+      report(out_, form_, events);
+      form_.has_heads = false;
+    }
+    out_.flush();
+  }
+
+  Form form_;
+  std::ostream& out_;
+  std::map<Json, Json> known_;  // rows by record ID
+};
+
+}  // namespace
+
+void watch_events(const Database& database, const Form& form, size_t last, std::ostream& out) {
+  const InterruptHandler handler;
+  Follower follower(form, out);
+  int version = data_version(database);
+  Listing events = list_events(database);
+  const size_t count = events.rows.size();
+  follower.show(std::move(events), count - std::min(last, count));
+  while (!is_interrupted && out) {
+    sleep_until_next_look();
+    const int now = data_version(database);
+    if (now == version) continue;
+    version = now;
+    follower.show(list_events(database), 0);
+  }
+}
+
+}  // namespace qmvctl
