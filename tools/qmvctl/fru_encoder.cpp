@@ -41,7 +41,7 @@ std::optional<Bytes> encode_as(int type, std::optional<Bytes> bytes, const std::
   if (!bytes || bytes->size() > kLongestField || field_text(type, Input("the field", *bytes), is_english) != text) {
     return std::nullopt;
   }
-  bytes->insert(bytes->begin(), static_cast<uint8_t>(type << 6 | bytes->size()));
+  bytes->insert(bytes->begin(), static_cast<uint8_t>(static_cast<size_t>(type) << 6 | bytes->size()));
   return bytes;
 }
 
