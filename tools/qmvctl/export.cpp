@@ -94,7 +94,7 @@ Bytes encode_fru_of(const Database& database, int id, Notes& notes) {
   const auto all = frus(database);
   const auto fru =
       std::find_if(all.begin(), all.end(), [&](const fru_rec& fru) { return is_controllers_fru(fru, id); });
-  const std::string name = "FRU " + std::to_string(id);
+  std::string name = "FRU " + std::to_string(id);
   if (fru == all.end()) database.fail("there is no " + name + " of the controller at address 20h");
   Bytes image = encode_fru(*fru);
   fru_rec decoded = *fru;
