@@ -4,6 +4,8 @@
 #define QMV_CORE_FORMAT_H
 
 #include <cstddef>
+#include <cstdint>
+#include <type_traits>
 
 namespace qmv {
 
@@ -40,6 +42,19 @@ class Conversions {
  private:
   const char* at_;
 };
+
+// Whether a text begins with "[%s:%d]", as every log line does, and has exactly Letters behind it.
+template <char... Letters>
+constexpr bool is_log_line(const char* text) {
+  Conversions conversions(text);
+  return text[0] == '[' && conversions.next().letter == 's' && text[3] == ':' && conversions.next().letter == 'd' &&
+         text[6] == ']' && (... && (conversions.next().letter == Letters)) && conversions.next().letter == 0;
+}
+
+// Whether a value is what a conversion takes.
+template <char Letter, class Value>
+inline constexpr bool kMatches = (Letter == 's' && std::is_convertible_v<Value, const char*>) ||
+                                 (Letter == 'd' && std::is_same_v<Value, std::int32_t>);
 
 }  // namespace qmv
 

@@ -4,7 +4,6 @@
 #define QMV_CORE_LOG_H
 
 #include <cstdint>
-#include <type_traits>
 
 #include "core/format.h"
 #include "qmv/core.h"
@@ -32,12 +31,7 @@ template <char... Letters>
 class Format {
  public:
   consteval Format(const char* text) : text_(text) {  // a form is filled with texts
-    Conversions conversions(text);
-    const bool begins_with_site = text[0] == '[' && conversions.next().letter == 's' && text[3] == ':' &&
-                                  conversions.next().letter == 'd' && text[6] == ']';
-    if (!begins_with_site) text_does_not_fit("a log line begins with [%s:%d]");
-    if (!(... && (conversions.next().letter == Letters))) text_does_not_fit("other conversions than values");
-    if (conversions.next().letter != 0) text_does_not_fit("more conversions than values");
+    if (!is_log_line<Letters...>(text)) text_does_not_fit("no log line, or other conversions than values");
   }
 
   constexpr const char* text() const { return text_; }
@@ -82,10 +76,6 @@ inline constexpr int kTraceLevel = 135;
 // The traces of the shapes: a NULL text is a step that logs nothing.
 void trace(Site site, const char* text);
 void trace(Site site, const char* text, std::int32_t count);
-
-template <char Letter, class Value>
-inline constexpr bool kMatches = (Letter == 's' && std::is_convertible_v<Value, const char*>) ||
-                                 (Letter == 'd' && std::is_same_v<Value, std::int32_t>);
 
 // The only place where a format is not a literal: Format has checked it against its values.
 #pragma GCC diagnostic push

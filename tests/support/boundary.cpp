@@ -44,14 +44,14 @@ bool take(Faults& faults, int& code) {
 
 // Allocates, or fails where that is asked for.
 template <class Allocate>
-void* allocated(Allocate allocate) {
+void* allocated(std::size_t size, Allocate allocate) {
   ++boundary().allocations;
   if (due(boundary().fail_allocation)) {
     if (boundary().allocations_stay_failing) boundary().fail_allocation = 1;
     return nullptr;
   }
   void* const block = allocate();
-  boundary().blocks_alive.insert(block);
+  boundary().blocks_alive[block] = size;
   return block;
 }
 
@@ -150,15 +150,16 @@ const char* __real_sqlite3_errmsg(sqlite3* db);
 int __real_sqlite3_busy_handler(sqlite3* db, int (*handler)(void*, int), void* context);
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  return qmv::test::allocated([=] { return __real_calloc(std::min(count, boundary().largest_array), size); });
+  return qmv::test::allocated(count * size,
+                              [=] { return __real_calloc(std::min(count, boundary().largest_array), size); });
 }
 
 void* __wrap_malloc(std::size_t size) {
-  return qmv::test::allocated([=] { return __real_malloc(size); });
+  return qmv::test::allocated(size, [=] { return __real_malloc(size); });
 }
 
 void* __wrap_realloc(void* block, std::size_t size) {
-  return qmv::test::allocated([=] {
+  return qmv::test::allocated(size, [=] {
     boundary().blocks_alive.erase(block);
     return __real_realloc(block, size);
   });

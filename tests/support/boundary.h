@@ -41,11 +41,11 @@ struct Boundary {
   sqlite3* last_opened = nullptr;       // also after a failure
   int (*busy_handler)(void*, int) = nullptr;
   int busy_handlers_installed = 0;
-  int messages_fetched = 0;              // by sqlite3_errmsg()
-  std::set<void*> texts_alive;           // formatted by SQLite and not released
-  int statements_alive = 0;              // prepared and not finalised
-  std::set<sqlite3*> connections_alive;  // opened and not closed
-  std::set<void*> blocks_alive;          // allocated and not released
+  int messages_fetched = 0;                   // by sqlite3_errmsg()
+  std::set<void*> texts_alive;                // formatted by SQLite and not released
+  int statements_alive = 0;                   // prepared and not finalised
+  std::set<sqlite3*> connections_alive;       // opened and not closed
+  std::map<void*, std::size_t> blocks_alive;  // allocated and not released, and the bytes that were asked for
   int allocations = 0;
   std::set<const char*> formats;  // every text that the host or SQLite was given as a format
   std::string all_statements;     // as statements, which a test may have taken out

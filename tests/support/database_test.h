@@ -79,6 +79,9 @@ class DatabaseTest : public testing::Test {
   using Connection = std::unique_ptr<sqlite3, Closer>;
   Connection open(const std::string& path);
 
+  // How many bytes were asked for when a block was allocated.
+  static std::size_t size_of(void* block) { return boundary().blocks_alive.at(block); }
+
   // The whole field, its zeros included.
   template <std::size_t Width>
   static std::string field(const char (&bytes)[Width]) {

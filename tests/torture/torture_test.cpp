@@ -100,7 +100,7 @@ Trial Torture::made(const std::function<void()>& faults) {
 void Torture::release() {
   for (void* text : std::exchange(boundary().texts_alive, {})) sqlite3_free(text);
   for (sqlite3* connection : std::exchange(boundary().connections_alive, {})) close_with_statements(connection);
-  for (void* block : std::exchange(boundary().blocks_alive, {})) __real_free(block);
+  for (const auto& [block, size] : std::exchange(boundary().blocks_alive, {})) __real_free(block);
   database_.settle();
 }
 

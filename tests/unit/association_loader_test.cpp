@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <set>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -302,6 +302,15 @@ TEST_F(Associations, QueriedRecordsAreClearedBeforeTheyAreFilled) {
   }
 }
 
+TEST_F(Associations, QueriedRecordsGrowOneByOne) {
+  for (const std::size_t rows : {1u, 2u, 3u}) {
+    add(std::to_string(rows));
+    EXPECT_EQ(0, load("select * from association;"));
+    EXPECT_EQ(rows * sizeof(association_rec), size_of(records));
+    FreeDBData(&records, count);
+  }
+}
+
 TEST_F(Associations, QueryWithoutRowsLeavesThePointer) {
   association_rec untouched{};
   association_rec* place = &untouched;
@@ -428,7 +437,7 @@ TEST_F(Associations, DataCountsBothListsOfAPairByTheFirst) {
   records->Count5 = records->Count7 = 1;
   char* left[] = {records->List6[1], records->List8[1]};
   FreeDBData(&records, 1);
-  EXPECT_EQ((std::set<void*>{left[0], left[1]}), boundary().blocks_alive);
+  EXPECT_EQ((std::map<void*, std::size_t>{{left[0], 2}, {left[1], 2}}), boundary().blocks_alive);
   for (char* each : left) std::free(each);
 }
 
@@ -472,7 +481,7 @@ TEST_F(Associations, GlobalStructureStopsAtTheFirstNull) {
   std::free(std::exchange(records->List8[1], nullptr));
   EXPECT_EQ(0, free_global_structure(records, count));
   records = nullptr;
-  ASSERT_EQ(std::set<void*>{left}, boundary().blocks_alive);
+  ASSERT_EQ((std::map<void*, std::size_t>{{left, 2}}), boundary().blocks_alive);
   std::free(left);
 }
 
@@ -496,6 +505,7 @@ TEST_P(AssociationList, IsSplitAtCommasAndBracesWithoutLeadingBlanks) {
   EXPECT_EQ(0, GetArrayCount(GetParam().text, &list, &count));
   EXPECT_EQ(GetParam().elements, elements(list, count));
   EXPECT_EQ(nullptr, list[count]) << "one more, where a longer pair ends";
+  EXPECT_EQ(sizeof(char*) * (static_cast<std::size_t>(count) + 1), size_of(list));
   for (std::int32_t i = 0; i < count; ++i) std::free(list[i]);
   std::free(list);
   EXPECT_EQ(0u, blocks());

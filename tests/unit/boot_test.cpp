@@ -219,6 +219,15 @@ TEST_F(Boot, SourceSettingOfAnExistingKeyKeepsItsRow) {
   EXPECT_EQ(lines_of_a_rejected_update(), logged());
 }
 
+TEST_F(Boot, SourceSettingIsOneRecord) {
+  sql("create table boot_source_setting (InstanceID, a, b, c, d, e, f);");
+  sql("insert into boot_source_setting (InstanceID) values ('a');");
+  Owned<boot_source_setting_rec> record;
+  EXPECT_EQ(0, db_get_boot_source_setting(db, "a", record.out()));
+  EXPECT_EQ(sizeof(boot_source_setting_rec), size_of(record.get()));
+  logged();
+}
+
 TEST_F(Boot, SourceSettingWithoutMemoryReturnsOneWithNullAndWithoutAWord) {
   sql("create table boot_source_setting (InstanceID, a, b, c, d, e, f);");
   sql("insert into boot_source_setting (InstanceID) values ('a');");

@@ -432,6 +432,7 @@ TEST_F(ProcessorName, IsATextIn256ZeroedBytes) {
   insert_sensor(18, -2147483648, 2147483647);
   Owned<char> name;
   EXPECT_EQ(0, get_processor_from_db(18, INT32_MIN, name.out()));
+  EXPECT_EQ(256u, size_of(name.get()));
   const std::string text = "18:-2147483648:2147483647:Processor";
   EXPECT_EQ(text + std::string(256 - text.size(), '\0'), std::string(name.get(), 256));
   EXPECT_EQ(1, boundary().allocations);

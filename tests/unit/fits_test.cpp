@@ -1,4 +1,4 @@
-// What the compiler refuses: statements that do not fit the values that fill them.
+// What the compiler refuses: statements and log lines that do not fit the values that fill them.
 #include "core/fits.h"
 
 #include <gtest/gtest.h>
@@ -23,6 +23,20 @@ TEST(Conversions, HaveAPrecisionAndAQuoteInFront) {
     EXPECT_EQ(precision, found.precision);
     EXPECT_EQ(quoted, found.quoted);
   }
+}
+
+TEST(LogLines, BeginWithTheirPlaceAndHaveTheConversionsOfTheirValues) {
+  EXPECT_TRUE(is_log_line<>("[%s:%d]No records found"));
+  EXPECT_TRUE((is_log_line<'s', 'd'>("[%s:%d]of %s: %d")));
+  for (const Text text : {"", "%s:%d]", "[%d:%d]", "[%s %d]", "[%s:%s]", "[%s:%d ", "[%s:%d]%d"}) {
+    EXPECT_FALSE(is_log_line<>(text)) << text;
+  }
+  for (const Text text : {"[%s:%d]", "[%s:%d]%s", "[%s:%d]%d%d"}) EXPECT_FALSE(is_log_line<'d'>(text)) << text;
+}
+
+TEST(LogLines, TakeTextsForTextsAndNumbersForNumbers) {
+  EXPECT_TRUE((kMatches<'s', Text> && kMatches<'d', Number>));
+  EXPECT_FALSE((kMatches<'s', Number> || kMatches<'d', Text> || kMatches<'d', long long> || kMatches<'x', Number>));
 }
 
 TEST(Statements, FitTheirTableAndValues) {

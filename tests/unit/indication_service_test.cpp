@@ -203,6 +203,7 @@ TEST_F(ShellJobError, IsMadeOfTheJobsColumnsInSilence) {
   insert_job("41", 200);
   insert_job("42", 100);
   ASSERT_EQ(0, get("smashjob42"));
+  EXPECT_EQ(sizeof(error_info_rec), size_of(record_));
   EXPECT_EQ(107, record_->ErrorType);
   EXPECT_EQ(111, record_->PerceivedSeverity);
   EXPECT_EQ(112, record_->ProbableCause);

@@ -372,6 +372,7 @@ TEST_F(Introspection, ColumnNamesAreReleasedNodeByNode) {
   expect_left_connected(1, 1);
   expect_left_allocated(1);
   EXPECT_EQ(3u, boundary().blocks_alive.size());
+  for (const auto& [node, size] : boundary().blocks_alive) EXPECT_EQ(sizeof(column_name_node), size);
   EXPECT_EQ(0, free_column_names(names));
   names = nullptr;
   EXPECT_EQ(0u, boundary().blocks_alive.size());
@@ -387,13 +388,14 @@ class ColumnValues : public Introspection {
 };
 
 TEST_F(ColumnValues, AreReadByColumnAndRow) {
-  make("insert into t values ('second', 18);");
+  make("insert into t values ('second', 8);");
   EXPECT_EQ(0, get_value("a"));
   EXPECT_STREQ("first", value);
   EXPECT_EQ(0, get_value("b", "t", 2));
-  EXPECT_STREQ("18", value);
+  EXPECT_STREQ("8", value);
   EXPECT_EQ(Texts({"SELECT a FROM  t WHERE ROWID=1;", "SELECT b FROM  t WHERE ROWID=2;"}), statements());
   EXPECT_EQ(Texts({path, path}), boundary().opened);
+  EXPECT_EQ(std::vector<bool>({true, true}), boundary().tails);
   expect_left_connected(2, 2);
 }
 

@@ -97,10 +97,11 @@ class PowerSupplies : public DatabaseTest {
   std::int32_t count = -7;
 
  private:
-  // Reads a text and releases it. It has 256 bytes, zeros behind it.
+  // Reads a text and releases it. Its block has 256 bytes, zeros behind it.
   std::string read(char* text) {
     if (text == nullptr) return "(null)";
     if (text == &untouched_) return "(untouched)";
+    EXPECT_EQ(256u, size_of(text));
     const std::string whole(text, 256);
     const std::string name = text;
     EXPECT_EQ(std::string(256 - name.size(), '\0'), whole.substr(name.size()));

@@ -68,6 +68,7 @@ TEST_P(Sensors, CountWithMaskZeroCountsEveryRow) {
   EXPECT_EQ(0, table_.count(db, &count, 0));
   EXPECT_EQ(3, count);
   EXPECT_EQ(Texts({"select count(*) from " + table_.name + ";"}), statements());
+  EXPECT_EQ(std::vector<bool>({false}), boundary().tails) << "where the statement ends is not asked for";
   EXPECT_EQ(Lines({trace(table_.counted)}), logged());
 }
 

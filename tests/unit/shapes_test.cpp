@@ -137,6 +137,7 @@ TEST_F(Shapes, GetAllMakesOneAllocationWhateverTheNumberOfRows) {
   insert_rows(50);
   get_all();
   EXPECT_EQ(1, boundary().allocations);
+  EXPECT_EQ(50 * sizeof(fru_rec), size_of(records.get()));
   logged();
 }
 
@@ -165,6 +166,17 @@ TEST_F(Shapes, AllocationFailureLeavesTheStatementOpen) {
   EXPECT_EQ(nullptr, records.get());
   EXPECT_EQ(Lines({trace("Successfully returns the FRU count"), trace("Memory allocation error")}), logged());
   expect_left_open(1);
+}
+
+TEST_F(Shapes, GetOneAllocatesOneRecord) {
+  sql("drop table fru; create table fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber, e, f, g, h, i, j, "
+      "k, "
+      "l, m, n, o, p, q); insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber) values (1, 2, 3, "
+      "4);");
+  EXPECT_EQ(0, db_get_fru_info(db, 1, 2, 3, 4, records.out()));
+  EXPECT_EQ(1, boundary().allocations);
+  EXPECT_EQ(sizeof(fru_rec), size_of(records.get()));
+  logged();
 }
 
 TEST_F(Shapes, GetOneWhoseTextCannotBeFormattedDoesNotCompile) {
