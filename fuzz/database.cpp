@@ -4,7 +4,8 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <utility>
+
+#include "support/shared_database.h"
 
 // Of the leak sanitizer, where there is one.
 extern "C" {
@@ -19,13 +20,7 @@ namespace {
 using test::Call;
 using test::Shape;
 
-// Shared by all connections that name it.
-constexpr char kShared[] = "file:/fuzz?vfs=memdb";
 constexpr int kSteps = 20000;  // of SQLite's machine, that a statement on a damaged file may take
-
-const std::string* image_opened = nullptr;
-std::vector<sqlite3*> opened_by_library;
-std::string uptime = "12345.67 1.0\n";
 
 // What the calls touch while they are tried out.
 std::set<std::string> touched;
@@ -39,10 +34,6 @@ int note_table(void*, int action, const char* table, const char*, const char*, c
 
 int note_tables(sqlite3* connection, char**, const void*) {
   return sqlite3_set_authorizer(connection, note_table, nullptr);
-}
-
-int open_shared(sqlite3** connection) {
-  return sqlite3_open_v2(kShared, connection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI, nullptr);
 }
 
 std::vector<std::string> values(sqlite3* db, const std::string& query) {
@@ -116,7 +107,7 @@ void bind(sqlite3_stmt* row, int parameter, Input& input) {
 Database::Database(Tables kind, const std::set<std::string>& kept) {
   const Forgiving meanwhile;
   sqlite3_auto_extension(reinterpret_cast<void (*)()>(note_tables));
-  require(open_shared(&db_) == SQLITE_OK, "there is a database");
+  require(test::open_shared(&db_) == SQLITE_OK, "there is a database");
   make_tables(db_, kind);
   for (const std::string& name : values(db_, "select name from sqlite_master where type = 'table' order by name;")) {
     tables_.push_back(
@@ -179,10 +170,6 @@ test::Material material_of(Input& input) {
   return material;
 }
 
-void open_as(const std::string* image) {
-  image_opened = image;
-}
-
 sqlite3* connection_to(const std::string& image) {
   sqlite3* connection = nullptr;
   sqlite3_open_v2(":memory:", &connection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
@@ -197,49 +184,4 @@ sqlite3* connection_to(const std::string& image) {
   return connection;
 }
 
-void close(sqlite3* connection) {
-  while (sqlite3_stmt* statement = sqlite3_next_stmt(connection, nullptr)) sqlite3_finalize(statement);
-  require(sqlite3_close(connection) == SQLITE_OK, "the connection can be closed");
-}
-
-void close_left_open() {
-  for (sqlite3* connection : std::exchange(opened_by_library, {})) close(connection);
-}
-
-void set_uptime(const std::string& text) {
-  uptime = text;
-}
-
 }  // namespace qmv::fuzz
-
-extern "C" {
-
-int __real_sqlite3_close(sqlite3* connection);
-std::FILE* __real_fopen(const char* path, const char* mode);
-int __wrap_sqlite3_open(const char* path, sqlite3** connection);
-int __wrap_sqlite3_close(sqlite3* connection);
-std::FILE* __wrap_fopen(const char* path, const char* mode);
-
-int __wrap_sqlite3_open(const char*, sqlite3** connection) {
-  using namespace qmv::fuzz;
-  if (image_opened == nullptr) {
-    open_shared(connection);
-  } else {
-    *connection = connection_to(*image_opened);
-  }
-  opened_by_library.push_back(*connection);
-  return SQLITE_OK;
-}
-
-int __wrap_sqlite3_close(sqlite3* connection) {
-  const int code = __real_sqlite3_close(connection);
-  if (code == SQLITE_OK) std::erase(qmv::fuzz::opened_by_library, connection);
-  return code;
-}
-
-std::FILE* __wrap_fopen(const char* path, const char* mode) {
-  if (std::string(path) != "/proc/uptime") return __real_fopen(path, mode);
-  return fmemopen(qmv::fuzz::uptime.data(), qmv::fuzz::uptime.size(), mode);
-}
-
-}  // extern "C"

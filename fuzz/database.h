@@ -57,18 +57,8 @@ class Forgiving {
 // Texts, numbers and records for a call.
 test::Material material_of(Input& input);
 
-// From now on the library's own connections open the bytes of a file; without bytes, the shared database again.
-void open_as(const std::string* image);
-
 // A connection to the bytes of a file, which gives up where a statement takes too long. NULL where there are too many.
 sqlite3* connection_to(const std::string& image);
-
-// Closes a connection, or those that the library left open, with all their statements.
-void close(sqlite3* connection);
-void close_left_open();
-
-// What "/proc/uptime" holds.
-void set_uptime(const std::string& text);
 
 }  // namespace qmv::fuzz
 

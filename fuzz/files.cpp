@@ -1,5 +1,6 @@
 // Files that are no database, or a damaged one, read and written by all that touches a table.
 #include "database.h"
+#include "support/shared_database.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   using namespace qmv::fuzz;
@@ -8,13 +9,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
   const Touched& table = database.tables()[input.choice(database.tables().size())];
   const std::string image = input.rest();
-  open_as(&image);
+  qmv::test::open_by([&image] { return connection_to(image); });
   sqlite3* const db = connection_to(image);
   for (const auto& calls : {table.readers, table.writers}) {
     for (const qmv::test::Call& call : calls) call.run(db, call.material);
   }
-  close(db);
-  close_left_open();
-  open_as(nullptr);
+  qmv::test::close(db);
+  qmv::test::close_left_open();
+  qmv::test::open_by(nullptr);
   return 0;
 }

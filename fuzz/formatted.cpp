@@ -2,6 +2,7 @@
 #include "core/formatted_twice.h"
 #include "database.h"
 #include "qmv.h"
+#include "support/shared_database.h"
 
 namespace {
 
@@ -38,6 +39,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   char value[256] = "";
   GetColumnValues("any", value, text.c_str(), "sel", 1);
   GetColumnValues("any", value, "1", text.c_str(), 1);
-  close_left_open();
+  qmv::test::close_left_open();
   return 0;
 }

@@ -1,6 +1,7 @@
 // Lists of the association registry: alone, and in rows whose other columns are of any type.
 #include "database.h"
 #include "qmv.h"
+#include "support/shared_database.h"
 
 namespace {
 
@@ -30,6 +31,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   Input input(bytes, size);
   database.put_row(table, input);
   for (const qmv::test::Call& call : table.readers) call.run(database.get(), call.material);
-  close_left_open();
+  qmv::test::close_left_open();
   return 0;
 }

@@ -1,6 +1,7 @@
 // Records and texts of any bytes, stored, changed and deleted by all that writes a table: twice, so that the second one
 // meets the first. Whatever they hold, no table goes or comes.
 #include "database.h"
+#include "support/shared_database.h"
 
 namespace {
 
@@ -32,6 +33,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   }
   require(tables_in(database.get()) == tables, "the tables are the same");
   database.sql("rollback;");
-  close_left_open();
+  qmv::test::close_left_open();
   return 0;
 }

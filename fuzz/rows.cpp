@@ -1,5 +1,6 @@
 // A row of values of any type and length in any table, read by all that reads the table.
 #include "database.h"
+#include "support/shared_database.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   using namespace qmv::fuzz;
@@ -9,6 +10,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const qmv::test::Material material = material_of(input);
   database.put_row(table, input);
   for (const qmv::test::Call& call : table.readers) call.run(database.get(), material);
-  close_left_open();
+  qmv::test::close_left_open();
   return 0;
 }

@@ -1,40 +1,19 @@
 #include "hostile/hostile_test.h"
 
-#include <algorithm>
-#include <cstdio>
+#include <cctype>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
-#include <utility>
+
+#include "support/shared_database.h"
 
 namespace qmv::test {
-
-namespace {
-
-// In memory, shared by all connections that name it.
-constexpr char kShared[] = "file:/hostile?vfs=memdb";
-
-std::string uptime;
-std::vector<sqlite3*> opened_by_library;
-
-int open_shared(sqlite3** connection) {
-  return sqlite3_open_v2(kShared, connection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI, nullptr);
-}
-
-// Closes a connection with all that was left open on it.
-void close(sqlite3* connection) {
-  while (sqlite3_stmt* statement = sqlite3_next_stmt(connection, nullptr)) sqlite3_finalize(statement);
-  EXPECT_EQ(SQLITE_OK, sqlite3_close_v2(connection));
-}
-
-}  // namespace
 
 void HostileTest::SetUp() {
   ASSERT_EQ(SQLITE_OK, open_shared(&db));
 }
 
 void HostileTest::TearDown() {
-  for (sqlite3* connection : std::exchange(opened_by_library, {})) close(connection);
+  close_left_open();
   close(db);
 }
 
@@ -82,10 +61,6 @@ void HostileTest::put_row(const std::string& table, const std::vector<Stored>& r
   sqlite3_finalize(insert);
 }
 
-void HostileTest::set_uptime(const std::string& text) {
-  uptime = text;
-}
-
 std::vector<Table> all_tables() {
   std::vector<Table> all;
   for (const auto& tables : {sensor_tables(), profile_tables(), service_tables(), job_tables(), association_tables()})
@@ -94,30 +69,3 @@ std::vector<Table> all_tables() {
 }
 
 }  // namespace qmv::test
-
-extern "C" {
-
-int __real_sqlite3_close(sqlite3* connection);
-std::FILE* __real_fopen(const char* path, const char* mode);
-int __wrap_sqlite3_open(const char* path, sqlite3** connection);
-int __wrap_sqlite3_close(sqlite3* connection);
-std::FILE* __wrap_fopen(const char* path, const char* mode);
-
-int __wrap_sqlite3_open(const char*, sqlite3** connection) {
-  const int code = qmv::test::open_shared(connection);
-  qmv::test::opened_by_library.push_back(*connection);
-  return code;
-}
-
-int __wrap_sqlite3_close(sqlite3* connection) {
-  const int code = __real_sqlite3_close(connection);
-  if (code == SQLITE_OK) std::erase(qmv::test::opened_by_library, connection);
-  return code;
-}
-
-std::FILE* __wrap_fopen(const char* path, const char* mode) {
-  if (std::string(path) != "/proc/uptime") return __real_fopen(path, mode);
-  return fmemopen(qmv::test::uptime.data(), qmv::test::uptime.size(), mode);
-}
-
-}  // extern "C"

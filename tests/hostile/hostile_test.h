@@ -31,9 +31,6 @@ class HostileTest : public testing::Test {
   // Puts one row into a table, in place of all rows, its values in the order of the columns.
   void put_row(const std::string& table, const std::vector<Stored>& row);
 
-  // What "/proc/uptime" holds.
-  static void set_uptime(const std::string& text);
-
   sqlite3* db = nullptr;
 };
 

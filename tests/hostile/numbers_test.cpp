@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "hostile/hostile_test.h"
+#include "support/shared_database.h"
 #include "torture/guarded.h"
 
 namespace qmv::test {
