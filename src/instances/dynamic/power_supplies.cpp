@@ -96,8 +96,8 @@ std::int32_t get_all_ps_from_db(char*** names, std::int32_t* count) noexcept {
   const OwnConnection connection(kInstanceDatabase);
   if (!connection.is_open()) return fail(names, count);
   const std::int32_t room = count_elements(connection.get());
-  if (room == 0) return kOk;
   if (room < 0) return fail(names, count);
+  if (room == 0) return kOk;
   auto** const made = static_cast<char**>(std::calloc(static_cast<std::size_t>(room), sizeof(char*)));
   if (made == nullptr) return fail(names, count);
   const std::int32_t named = name_all(connection.get(), made, room);

@@ -1,4 +1,5 @@
 // Concrete jobs, table "concrete_job", and the library's clock.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -51,8 +52,7 @@ constexpr std::int64_t kSecondsPerMinute = 60;
 std::int32_t last_number = 0;
 
 std::int32_t clamped(std::int64_t number) {
-  if (number > INT32_MAX) return INT32_MAX;
-  return number < INT32_MIN ? INT32_MIN : static_cast<std::int32_t>(number);
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, INT32_MIN, INT32_MAX));
 }
 
 // A number at the beginning of a text field, which need not be terminated.
@@ -132,7 +132,7 @@ std::int32_t GetUpTime(void) noexcept {
   if (std::fscanf(file, "%lf", &seconds) != 1) seconds = 0.0;
   std::fclose(file);
   if (!std::isfinite(seconds)) return 0;
-  return seconds >= INT32_MAX ? INT32_MAX : seconds <= INT32_MIN ? INT32_MIN : static_cast<std::int32_t>(seconds);
+  return static_cast<std::int32_t>(std::clamp<double>(seconds, INT32_MIN, INT32_MAX));
 }
 
 std::int32_t db_set_concretejob(sqlite3* db, concrete_job_rec* job, char* new_instance_id) noexcept {
