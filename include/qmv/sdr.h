@@ -46,7 +46,7 @@ typedef struct compact_sdr_rec {
   char IdStr[256];               /* ID string, UTF-8 */
   int32_t IPMI_RecordID;         /* ID of the record in the repository */
   int32_t IsFRUAvailable;        /* 1 when FruRecord is filled, else 0 */
-  int32_t PhysicalElement;       /* categories of the entity, a bit each; see above */
+  int32_t PhysicalElement;       /* categories of the entity, a bit each */
   fru_rec FruRecord;             /* EntityID and EntityInst in it are copies of the sensor's own and stored nowhere */
 } compact_sdr_rec;
 
