@@ -5,7 +5,8 @@
  *
  * Management services (IPMI daemons, CIM providers, the SMASH shell) keep what they know about the server in SQLite
  * files and reach them through this library. It runs inside the calling process; the tables are made by another
- * component (schema/ holds reference definitions). Conventions that hold wherever a comment does not say else:
+ * component (`qmvctl init` makes them as the reference definitions in schema/ say). Conventions that hold wherever a
+ * comment does not say else:
  *
  *  1. Host. The process that loads the library provides two debug-output functions (qmv/core.h). What the library has
  *     to say goes there, one call a message: errors at level 130, traces at level 135. Three functions also write to
@@ -52,8 +53,9 @@
  *     are those of CIM_EnabledLogicalElement (2 enabled, 3 disabled). "List" marks a text that holds several values, in
  *     a form that is between its writers and readers. Flags are 1 or 0. Table and section numbers are those of IPMI
  *     2.0; "raw" is a reading in the sensor's own counts, which section 36.3 converts.
- * 11. Files. A function that opens a file itself does not wait for locks, and the file is created empty when it is
- *     missing from a directory that exists.
+ * 11. Locks. The statements of a connection from db_init(), tmp_db_init() or smash_db_init() wait for the locks of
+ *     other connections without limit, in steps of 2 seconds. A function that opens a file itself does not wait.
+ * 12. Files. A function that opens a file itself creates it, empty, when it is missing from a directory that exists.
  */
 #ifndef QMV_H
 #define QMV_H

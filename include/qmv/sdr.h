@@ -46,7 +46,7 @@ typedef struct compact_sdr_rec {
   char IdStr[256];               /* ID string, UTF-8 */
   int32_t IPMI_RecordID;         /* ID of the record in the repository */
   int32_t IsFRUAvailable;        /* 1 when FruRecord is filled, else 0 */
-  int32_t PhysicalElement;       /* categories of the entity, a bit each; see above */
+  int32_t PhysicalElement;       /* categories of the entity, a bit each */
   fru_rec FruRecord;             /* EntityID and EntityInst in it are copies of the sensor's own and stored nowhere */
 } compact_sdr_rec;
 
@@ -235,7 +235,7 @@ QMV_API int32_t db_get_recordid_by_sensor_num(struct sqlite3* db, int32_t Sensor
 /*
  * Deletes no full sensor. Delete.
  * Differs: SQLite rejects its statement, so the row stays; 0 is returned and success is traced all the same. Use
- *   db_execute() to delete a sensor. The formatted statement, some 60 bytes, is never released.
+ *   db_execute() to delete a sensor. The formatted statement, some 50 bytes, is never released.
  */
 QMV_API int32_t db_del_sdr(struct sqlite3* db, int32_t IPMI_RecordID) QMV_NOEXCEPT;
 
@@ -288,7 +288,8 @@ QMV_API int32_t db_get_all_processor(struct sqlite3* db, int32_t* count, compact
 
 /*
  * Names a processor (CIM_Processor) as "EntityID:EntityInstance:SensorNum:Processor", after the first compact sensor of
- * that entity in "/tmp/cim.db". Opens the file itself; the handle of a failed open is never closed. Logs nothing.
+ * that entity in "/tmp/cim.db". Opens the file itself; the handle of a failed open, some 1.4 kilobytes, is never
+ * closed. Logs nothing.
  *   name (out)  a new text of at most 256 bytes, released by the caller with db_freemem() or free()
  * Returns 0; 1 with *name untouched when the file cannot be opened or read, no sensor belongs to the entity, or its
  *   entity ID is no processor's (3, 9 and 18 are), and with NULL stored when memory is short.

@@ -5,7 +5,7 @@
 SUMMARY = "Database access layer of a server management controller"
 SECTION = "libs"
 LICENSE = "MIT"
-LIC_FILES_CHKSUM = "file://LICENSE;md5=0841081a53299d64562ad42bd5eab996"
+LIC_FILES_CHKSUM = "file://LICENSE;md5=d55de875ff27a2c22ef62916f8f71b14"
 
 SRC_URI = "file://${BP}.tar.gz"
 
