@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "database.h"
 #include "qmv.h"
 #include "torture/calls.h"
 #include "torture/guarded.h"
@@ -95,6 +96,20 @@ Answer associations(sqlite3*, const Material&) {
   return {status};
 }
 
+// A file of which only a table's name is known.
+Answer introspection(sqlite3*, const Material&) {
+  const fuzz::Forgiving meanwhile;
+  column_name_node* names = nullptr;
+  std::int32_t status = GetColumnNames(&names, "any", "sel");
+  free_column_names(names);
+  const Guarded value(256, '?');
+  status += GetColumnValues("any", value.bytes(), "GeneratorID", "sel", 1);
+  const Guarded table(256, '?');
+  std::int32_t rows = 0;
+  status += get_static_instances("any", &rows, table.bytes());
+  return {status};
+}
+
 }  // namespace
 
 std::vector<Call> calls_by_hand() {
@@ -110,6 +125,7 @@ std::vector<Call> calls_by_hand() {
       {"get_all_ps_from_db", Shape::kOther, power_supplies},
       {"load_plugins", Shape::kOther, plugins},
       {"associations", Shape::kOther, associations},
+      {"introspection", Shape::kOther, introspection},
   };
 }
 

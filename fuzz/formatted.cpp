@@ -39,6 +39,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   char value[256] = "";
   GetColumnValues("any", value, text.c_str(), "sel", 1);
   GetColumnValues("any", value, "1", text.c_str(), 1);
+  const Forgiving meanwhile;
+  column_name_node* names = nullptr;
+  GetColumnNames(&names, "any", text.c_str());
+  free_column_names(names);
   qmv::test::close_left_open();
   return 0;
 }

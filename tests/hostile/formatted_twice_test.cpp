@@ -64,6 +64,21 @@ TEST_P(Directives, AreLeftOutOfTheIdentifierOfAnExpiredJob) {
   EXPECT_EQ(std::vector<std::string>({identifier, "a"}), values("select ErrorSource from error_info order by rowid;"));
 }
 
+// A pair of signs is one sign.
+using PairsOfSigns = HostileTest;
+
+TEST_F(PairsOfSigns, AreOneSignInATableWhoseColumnsAreListed) {
+  sql("create table 'a%b' (one, two);");
+  EXPECT_EQ(std::vector<std::string>({"one", "two"}), column_names("'a%%b'"));
+}
+
+TEST_F(PairsOfSigns, AreOneSignInAColumnAndATableWhoseValueIsRead) {
+  sql("create table 'a%b' (one); insert into 'a%b' values (1);");
+  const Guarded value(256, '?');
+  ASSERT_EQ(0, GetColumnValues(CallersText("any"), value.bytes(), CallersText("17 %% 5"), CallersText("'a%%b'"), 1));
+  EXPECT_STREQ("2", value.bytes());
+}
+
 // A sign at the text's end takes what the statement goes on with; what is no directive then ends the statement.
 class LoneSigns : public HostileTest {};
 

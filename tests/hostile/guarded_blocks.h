@@ -1,5 +1,6 @@
-// What the library allocates, taken over at link time: every block ends at the end of a page, with a page behind it
-// that nobody may touch, on machines without an address sanitizer too.
+// What the library allocates, taken over at link time: every block ends at the end of a page, between two pages that
+// nobody may touch, on machines without an address sanitizer too. With one, and with QMV_PLAIN_BLOCKS in the environment
+// (for valgrind), all but huge blocks are left to it.
 #ifndef QMV_TESTS_HOSTILE_GUARDED_BLOCKS_H
 #define QMV_TESTS_HOSTILE_GUARDED_BLOCKS_H
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ struct Stored {
   std::int32_t number = 0;  // where it fills an int32
   bool is_key = false;      // a caller can ask for it, as a text or as a number
 };
+
+inline void PrintTo(const Stored& value, std::ostream* out) {
+  *out << value.name;
+}
 
 Stored plain_text(const std::string& text, std::int32_t number = 0);
 Stored plain_number(std::int32_t number);

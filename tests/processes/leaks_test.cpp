@@ -111,6 +111,36 @@ TEST_F(LeaksTest, TerminateSequenceLeavesItsStatementAndTheLock) {
   EXPECT_EQ(SQLITE_OK, status_of_a_write_after([] {})) << "the process has ended";
 }
 
+TEST_F(LeaksTest, GetOneWithoutMemoryLeavesItsStatementAndTheLock) {
+  if (is_instrumented()) return;  // with an allocator that refuses nothing
+  EXPECT_EQ(0, db_execute(Connection(), "insert into compact_sdr (DeviceID) values ('any');"));
+  const auto read = [] {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(0, db_init(&db));
+    compact_sdr_rec* sensor = nullptr;
+    refuse_blocks_of(sizeof(compact_sdr_rec));
+    EXPECT_NE(0, db_get_compact_sdr(db, "any", &sensor));
+    EXPECT_EQ(nullptr, sensor);
+    EXPECT_EQ(1, open_statements(db));
+  };
+  EXPECT_EQ(SQLITE_BUSY, status_of_a_write_after(read));
+}
+
+TEST_F(LeaksTest, NewJobBehindOneWithoutIdentifierLeavesItsStatementAndTheLock) {
+  EXPECT_EQ(0, db_execute(Connection(),
+                          "drop table concrete_job; create table concrete_job (InstanceID);"
+                          "insert into concrete_job values (null);"));
+  const auto create = [] {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(0, db_init(&db));
+    concrete_job_rec job = {};
+    char identifier[sizeof(job.InstanceID)];
+    EXPECT_EQ(1, db_set_concretejob(db, &job, identifier));
+    EXPECT_EQ(1, open_statements(db));
+  };
+  EXPECT_EQ(SQLITE_BUSY, status_of_a_write_after(create));
+}
+
 TEST_F(LeaksTest, ColumnNamesLeaveTheirConnection) {
   const auto list = [] {
     const Held left = left_by_each([] {

@@ -3,6 +3,7 @@
 #include <malloc.h>
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +15,8 @@ extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((
 namespace qmv::test {
 
 namespace {
+
+std::size_t refused_size = SIZE_MAX;
 
 std::size_t sqlite_status(int what) {
   sqlite3_int64 now = 0;
@@ -50,4 +53,21 @@ bool is_instrumented() {
   return &__sanitizer_get_current_allocated_bytes != nullptr;
 }
 
+void refuse_blocks_of(std::size_t size) {
+  refused_size = size;
+}
+
 }  // namespace qmv::test
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+extern "C" {
+
+void* __libc_calloc(std::size_t count, std::size_t size);
+
+// In place of the C library's for all libraries of the process.
+void* calloc(std::size_t count, std::size_t size) noexcept {
+  return size == qmv::test::refused_size ? nullptr : __libc_calloc(count, size);
+}
+
+}  // extern "C"
+#endif

@@ -23,6 +23,9 @@ std::size_t heap_bytes();
 std::size_t resident_kib();
 bool is_instrumented();
 
+// From now on calloc() has no element of that size, but where a sanitizer stands in for the allocator.
+void refuse_blocks_of(std::size_t size);
+
 }  // namespace qmv::test
 
 #endif
