@@ -1,13 +1,11 @@
 #include "torture/torture_test.h"
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <utility>
 
+#include "support/child.h"
 #include "torture/failing.h"
-#include "torture/own_process.h"
 #include "torture/tables.h"
 
 namespace qmv::test {
@@ -36,10 +34,9 @@ class Printed {
   std::FILE* real_;
 };
 
-// Shared by all processes.
 int& counted() {
-  static void* const shared = mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-  return *static_cast<int*>(shared);
+  static const Shared<int> shared;
+  return *shared;
 }
 
 Left left_behind() {
@@ -111,11 +108,10 @@ void Torture::put_back() {
 
 void Torture::alone(const std::function<void()>& test) {
   if (!GetParam().remembers) return test();
-  in_own_process([&] {
+  in_child([&] {
     tried();
     put_back();
     test();
-    return true;
   });
 }
 
