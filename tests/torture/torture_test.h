@@ -92,7 +92,6 @@ class Torture : public testing::TestWithParam<Call> {
 
   Database database_;
   sqlite3* to_file_ = nullptr;
-  Texts writing_;  // statements of the call
   std::set<std::string> possibly_stored_;
 };
 
