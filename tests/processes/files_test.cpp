@@ -5,8 +5,8 @@
 
 #include <fstream>
 
+#include "../support/child.h"
 #include "../support/figures.h"
-#include "child.h"
 #include "host.h"
 #include "processes_test.h"
 #include "sensors.h"

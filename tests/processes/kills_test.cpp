@@ -4,8 +4,8 @@
 #include <random>
 #include <thread>
 
+#include "../support/child.h"
 #include "../support/figures.h"
-#include "child.h"
 #include "processes_test.h"
 #include "sensors.h"
 

@@ -3,8 +3,8 @@
 #include <csignal>
 #include <functional>
 
+#include "../support/child.h"
 #include "../support/figures.h"
-#include "child.h"
 #include "memory.h"
 #include "processes_test.h"
 

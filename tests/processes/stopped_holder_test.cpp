@@ -6,8 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "../support/child.h"
 #include "../support/figures.h"
-#include "child.h"
 #include "host.h"
 #include "processes_test.h"
 #include "sensors.h"

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <vector>
 
+#include "../support/child.h"
 #include "../support/figures.h"
-#include "child.h"
 #include "host.h"
 #include "processes_test.h"
 #include "sensors.h"

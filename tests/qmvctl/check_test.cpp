@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "command_test.h"
-#include "processes/child.h"
+#include "support/child.h"
 
 namespace qmvctl::test {
 namespace {

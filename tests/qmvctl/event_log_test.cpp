@@ -6,7 +6,7 @@
 
 #include "command_line.h"
 #include "command_test.h"
-#include "processes/child.h"
+#include "support/child.h"
 
 namespace qmvctl::test {
 namespace {

@@ -23,7 +23,9 @@ namespace {
 
 // True when the countdown of a single fault ends with this call.
 bool due(int& countdown) {
-  return countdown > 0 && --countdown == 0;
+  if (countdown == 0 || --countdown != 0) return false;
+  ++boundary().met;
+  return true;
 }
 
 // Takes the answer of this call out of the faults, if it has one, and brings the others one call nearer.
@@ -34,6 +36,7 @@ bool take(Faults& faults, int& code) {
     if (call == 1) {
       code = answer;
       found = true;
+      ++boundary().met;
     } else {
       nearer[call - 1] = answer;
     }
@@ -242,6 +245,7 @@ int __wrap_sqlite3_prepare(sqlite3* db, const char* text, int length, sqlite3_st
   qmv::test::given(text == nullptr ? "(null)" : std::string(text, static_cast<std::size_t>(length)));
   boundary().tails.push_back(tail != nullptr);
   if (boundary().change && boundary().statements.back().rfind(boundary().change_before, 0) == 0) {
+    ++boundary().met;
     std::exchange(boundary().change, nullptr)();
   }
   *statement = nullptr;

@@ -57,6 +57,7 @@ struct Boundary {
   int fail_text = 0;
   int miss_statement = 0;  // prepared with success, but there is none
   Faults opens, prepares, steps, finalizes, execs;
+  int met = 0;  // faults of all these kinds, and changes
   std::function<void()> while_sleeping = [] {};
   std::function<void()> while_logging = [] {};
   // What another process does right before the library prepares a statement that begins so; it does it once.

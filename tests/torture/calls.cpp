@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 #include "qmv.h"
@@ -227,6 +228,24 @@ std::vector<Call> calls_and_inserts() {
     all.push_back(std::move(set));
   }
   return all;
+}
+
+bool is_writer(const Call& call) {
+  static const std::set<std::string> kReaders = {"db_check_is_entity_id_equals_to_sen_type", "get_row_count"};
+  // Whose statement SQLite rejects, on purpose or because the row exists.
+  static const std::set<std::string> kInVain = {
+      "db_del_sdr",
+      "db_init_static_ip_assignment_settingdata",
+      "db_set_fru_info",
+      "db_set_fru_locator_sdr_info",
+      "db_set_account_mgt_capabilities",
+      "db_set_account_setting_data",
+      "db_set_boot_setting_data",
+      "db_set_boot_service_capabilities",
+      "db_set_boot_source_setting",
+  };
+  const bool executes = call.shape == Shape::kSet || call.shape == Shape::kExecute;
+  return executes && !kReaders.contains(call.name) && !kInVain.contains(call.name);
 }
 
 std::vector<Call> calls_of(Shape shape) {

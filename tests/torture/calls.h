@@ -57,6 +57,9 @@ const std::vector<Call>& calls();
 // The same, and each set once more with a record whose key has no row: the others update, these insert.
 std::vector<Call> calls_and_inserts();
 
+// Whether a call changes what tables hold.
+bool is_writer(const Call& call);
+
 // Those of one shape, and those that remember.
 std::vector<Call> calls_of(Shape shape);
 std::vector<Call> calls_that_remember();

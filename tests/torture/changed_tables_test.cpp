@@ -12,6 +12,8 @@ namespace {
 
 // What happens to a table, as a query that makes the statements: of the table's name, and of its columns.
 constexpr char kEmpty[] = "select 'delete from ' || name || ';' from tables;";
+constexpr char kHalve[] =
+    "select 'delete from ' || name || ' where rowid > (select avg(rowid) from ' || name || ');' from tables;";
 constexpr char kDrop[] = "select 'drop table ' || name || ';' from tables;";
 
 std::string of_columns(const std::string& statement, const std::string& condition = "true") {
@@ -46,10 +48,12 @@ class ChangedTables : public Torture {
     const std::string statement = healthy.statements.at(nth - 1);
     const std::string tables =
         "with tables as (select name from sqlite_master where type = 'table' and instr('" + statement + "', name)) ";
-    return tried([&] {
+    const Trial trial = tried([&] {
       boundary().change_before = statement;
       boundary().change = [=, this] { run_each(store(), tables + change); };
     });
+    EXPECT_FALSE(boundary().change) << "it was made";
+    return trial;
   }
 
   // An array of as many records as were counted.
@@ -65,6 +69,8 @@ class ChangedTables : public Torture {
   void expect_end_of_prepare(const Trial& trial, int nth = 2) const {
     expect_end(end_of(rules_of(GetParam()).prepares, nth), SQLITE_ERROR, trial);
   }
+
+  static std::string without_end(const std::string& statement) { return statement.substr(0, statement.find(';')); }
 
   bool takes_whole_table() const { return healthy.statements[1].find('=') == std::string::npos; }
 
@@ -86,6 +92,19 @@ TEST_P(ChangedTables, WithoutRowsLeaveZeroedRecords) {
   const Trial trial = tried_with(kEmpty);
   expect_whole_array(trial);
   EXPECT_EQ(std::string::npos, trial.answer.content.find_first_not_of('\0'));
+}
+
+TEST_P(ChangedTables, WithFewerRowsLeaveZeroesBehindThem) {
+  if (!takes_whole_table()) return;
+  const Trial trial = tried_with(kHalve);
+  expect_whole_array(trial);
+  const std::string& records = trial.answer.content;
+  const std::string left = rows(store(), "select count(*) from (" + without_end(healthy.statements[1]) + ");").at(0);
+  const std::size_t kept = records.size() / static_cast<std::size_t>(*trial.answer.number) * std::stoul(left);
+  EXPECT_LT(0u, kept);
+  EXPECT_LT(kept, records.size());
+  EXPECT_TRUE(records.substr(0, kept) == healthy.answer.content.substr(0, kept)) << "the first rows";
+  EXPECT_EQ(std::string::npos, records.find_first_not_of('\0', kept));
 }
 
 TEST_P(ChangedTables, WithMoreRowsDropThem) {
@@ -147,11 +166,11 @@ INSTANTIATE_TEST_SUITE_P(Each, ChangedTablesOfOthers, testing::ValuesIn(others()
 
 TEST_P(ChangedTablesOfOthers, AreSurvived) {
   const std::string empty = kEmpty;
+  const std::string halve = kHalve;
   const std::string drop = kDrop;
-  for (const std::string& change : {empty, drop, kDouble, kOneColumn, kOneColumnLess, kMoreColumns}) {
+  for (const std::string& change : {empty, halve, drop, kDouble, kOneColumn, kOneColumnLess, kMoreColumns}) {
     for (std::size_t nth = 2; nth <= healthy.statements.size(); ++nth) {
       const Trial trial = tried_with(change, nth);
-      EXPECT_FALSE(boundary().change) << "it was made";
       EXPECT_TRUE(trial.answer.status == 0 || trial.answer.status == 1);
       EXPECT_EQ(Left(), trial.left);
       put_back();

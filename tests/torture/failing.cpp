@@ -24,6 +24,8 @@ void* reallocate(void* block, int size) {
   return failing(Use::kAllocation).now() ? nullptr : allocator.xRealloc(block, size);
 }
 
+using Io = sqlite3_io_methods;
+
 // An open file; the real one lies behind it.
 struct File {
   sqlite3_file base;
@@ -47,17 +49,21 @@ int forwarded(sqlite3_file* file, Arguments... arguments) {
   return (real(file)->pMethods->*Method)(real(file), arguments...);
 }
 
+int write(sqlite3_file* file, const void* bytes, int size, sqlite3_int64 offset) {
+  if (failing(Use::kFull).now()) return SQLITE_FULL;
+  return unless_failing<&Io::xWrite, Use::kWrite, SQLITE_IOERR_WRITE>(file, bytes, size, offset);
+}
+
 // What was written need not survive a power cut, so nobody waits for it.
 int sync(sqlite3_file*, int) {
   return failing(Use::kSync).now() ? SQLITE_IOERR_FSYNC : SQLITE_OK;
 }
 
-using Io = sqlite3_io_methods;
 constexpr Io kMethods = {
     .iVersion = 1,
     .xClose = forwarded<&Io::xClose>,
     .xRead = unless_failing<&Io::xRead, Use::kRead, SQLITE_IOERR_READ>,
-    .xWrite = unless_failing<&Io::xWrite, Use::kWrite, SQLITE_IOERR_WRITE>,
+    .xWrite = write,
     .xTruncate = forwarded<&Io::xTruncate>,
     .xSync = sync,
     .xFileSize = forwarded<&Io::xFileSize>,

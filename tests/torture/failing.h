@@ -22,8 +22,8 @@ struct Failing {
   }
 };
 
-enum class Use { kAllocation, kOpen, kRead, kWrite, kSync, kLock, kDelete };
-constexpr std::size_t kUses = 7;
+enum class Use { kAllocation, kOpen, kRead, kWrite, kFull, kSync, kLock, kDelete };
+constexpr std::size_t kUses = 8;
 
 Failing& failing(Use use);
 

@@ -2,9 +2,9 @@
 #include <string>
 #include <vector>
 
+#include "support/child.h"
 #include "torture/ends.h"
 #include "torture/failing.h"
-#include "torture/own_process.h"
 #include "torture/torture_test.h"
 
 namespace qmv::test {
@@ -30,12 +30,11 @@ TEST_P(FirstCall, EndsAsTheHeaderSaysWhenSqliteFails) {
     for (int nth = 1; nth <= kind.made; ++nth) {
       for (const int code : kind.codes) {
         SCOPED_TRACE("call " + std::to_string(nth) + " answers " + std::to_string(code));
-        in_own_process([&] {
+        in_child([&] {
           const Trial trial = tried([&] { boundary().*kind.calls = {{nth, code}}; });
           EXPECT_TRUE((boundary().*kind.calls).empty()) << "it is made";
           expect_end(end_of(kind.ends, nth), code, trial);
           EXPECT_EQ(0, tried().answer.status) << "the next one";
-          return true;
         });
       }
     }
@@ -43,18 +42,21 @@ TEST_P(FirstCall, EndsAsTheHeaderSaysWhenSqliteFails) {
 }
 
 TEST_P(FirstCall, SurvivesSqliteWithoutMemory) {
+  const Shared<bool> failed;
   for (const bool stays : {false, true}) {
-    const auto probe = [&](int nth) {
-      SCOPED_TRACE("allocation " + std::to_string(nth));
+    int nth = 0;
+    const auto probe = [&] {
       const Trial trial = tried([&] { failing(Use::kAllocation) = {nth, stays}; });
+      *failed = trial.failed != 0;
       EXPECT_TRUE(trial.answer.status == 0 || trial.answer.status == 1);
       EXPECT_LE(trial.left.statements, 1);
       EXPECT_EQ(Left({.statements = trial.left.statements}), trial.left);
       EXPECT_EQ(0, tried().answer.status) << "the next one";
-      return trial.failed != 0;
     };
-    int nth = 1;
-    while (!HasFailure() && in_own_process([&] { return probe(nth); })) ++nth;
+    do {
+      SCOPED_TRACE("allocation " + std::to_string(++nth));
+      in_child(probe);
+    } while (*failed && !HasFailure());
     EXPECT_LT(10, nth) << "there are allocations";
   }
 }

@@ -1,6 +1,5 @@
 #include "torture/tables.h"
 
-#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -19,7 +18,7 @@ namespace {
 constexpr std::pair<char, int> kRowsOfEachTable[] = {{'k', 3}, {'c', 7}, {'p', 10}, {'r', 11}, {'m', 12}};
 
 // Some accessors look for one name, sensors are of all categories and one is of another type than its entity, lists have
-// elements, identifiers of jobs a number, and what is read into a record differs from what it is filled with.
+// elements, identifiers of jobs a number, and what is there differs from what a record is filled with and updates write.
 constexpr char kRowsOfKnownNames[] =
     "update textredirectionservice set Name = 'TextRedirectionService1' where Name = 'k';"
     "update textredirectionsap set Name = 'TextRedirectionSAP1' where Name = 'k';"
@@ -30,6 +29,10 @@ constexpr char kRowsOfKnownNames[] =
     "update full_sdr set SensorType = 1 where SensorNum = 11;"
     "update association set List5 = '{a, b}', List6 = '{c,d}', List7 = '{e}', List8 = '{f}' where rowid <= 2;"
     "update concrete_job set InstanceID = 'm-17' where InstanceID = 'm';"
+    "update concrete_job set JobStatus = 's';"
+    "update protocol_service set RequestedState = 2;"
+    "update textredirectionservice set EnabledState = 2;"
+    "update textredirectionsap set EnabledState = 2, SessionTerminateSequence = 's';"
     "update listener_destination set Destination = 'd';"
     "update indication_filter set Query = 'q';"
     "update indication_subscription set Enabled = 1;"
@@ -54,12 +57,22 @@ void insert_rows(sqlite3* db, char letter, int number) {
                    "where tables.type = 'table' group by tables.name;");
 }
 
+// Makes the last field of every first row another one, for an update to have something to change.
+void change_first_rows(sqlite3* db) {
+  run_each(db,
+           "select 'update ' || tables.name || ' set ' || columns.name || ' = ' || "
+           "iif(columns.type = 'INTEGER', '5', '''u''') || ' where rowid = 1;' "
+           "from sqlite_master as tables, pragma_table_info(tables.name) as columns "
+           "where tables.type = 'table' and not columns.pk group by tables.name having max(columns.cid);");
+}
+
 // Each set stores its record once, and finds it from then on.
 void make_tables(sqlite3* db) {
   for (const char* schema : {"cim", "tmp_cim", "smashclp", "association"})
     rows(db, file_text(std::string(QMV_SCHEMA) + "/" + schema + ".sql"));
   for (const Call& set : calls_of(Shape::kSet)) set.run(db, set.material);
   for (void* kept : std::exchange(boundary().texts_alive, {})) sqlite3_free(kept);
+  change_first_rows(db);
   for (const auto& [letter, number] : kRowsOfEachTable) insert_rows(db, letter, number);
   rows(db, kRowsOfKnownNames);
 }
@@ -109,11 +122,9 @@ const std::string& image_of_all_tables() {
   return image;
 }
 
-std::string content(sqlite3* db, const std::vector<std::string>& statements) {
+std::string content(sqlite3* db) {
   std::string all;
   for (const std::string& table : tables_of(db)) {
-    const auto names = [&table](const std::string& statement) { return statement.find(table) != std::string::npos; };
-    if (std::none_of(statements.begin(), statements.end(), names)) continue;
     for (const std::string& row : rows(db, "select * from " + table + " order by rowid;")) all += row + "\n";
   }
   return all;

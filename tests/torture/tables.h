@@ -23,8 +23,8 @@ std::vector<std::string> rows(sqlite3* db, const std::string& sql);
 // Runs every statement that a query makes.
 void run_each(sqlite3* db, const std::string& query);
 
-// The rows of those tables whose name occurs in a statement, as a text.
-std::string content(sqlite3* db, const std::vector<std::string>& statements);
+// The rows of all tables, as a text.
+std::string content(sqlite3* db);
 
 }  // namespace qmv::test
 

@@ -43,7 +43,7 @@ struct Trial {
   Texts statements;
   Left left;
   int allocations = 0;
-  int failed = 0;  // uses of memory and files by SQLite
+  int failed = 0;  // of what was made to fail or change
 
   int errors() const;  // logged
 };
@@ -92,11 +92,10 @@ class Torture : public testing::TestWithParam<Call> {
 
   Database database_;
   sqlite3* to_file_ = nullptr;
-  Texts writing_;  // statements of the call
   std::set<std::string> possibly_stored_;
 };
 
-// How many calls were made with faults so far, in all processes.
+// How many calls met a fault so far, in all processes.
 int calls_with_faults();
 
 // Closes a connection with all that is open on it.

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "../support/figures.h"
+#include "figures.h"
 
 namespace qmv::test {
 
