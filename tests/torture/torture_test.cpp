@@ -90,6 +90,9 @@ Trial Torture::made(const std::function<void()>& faults) {
   trial.statements = boundary().statements;
   trial.left = left_behind();
   trial.allocations = boundary().allocations;
+  boundary().fail_allocation = 0;
+  beside_.reset();
+  if (trial.left == Left{.statements = 1}) beside_ = GetParam().run(db(), GetParam().material);
   release();
   disconnect();
   return trial;
@@ -157,6 +160,7 @@ void Torture::expect_whole_statements() {
 }
 
 void Torture::expect_works_as(const Trial& healthy) {
+  EXPECT_TRUE(beside_.value_or(healthy.answer) == healthy.answer) << "beside the statement that was left";
   const Trial trial = tried();
   EXPECT_EQ(healthy.answer.status, trial.answer.status);
   EXPECT_EQ(healthy.answer.number, trial.answer.number);

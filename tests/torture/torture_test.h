@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -92,6 +93,7 @@ class Torture : public testing::TestWithParam<Call> {
 
   Database database_;
   sqlite3* to_file_ = nullptr;
+  std::optional<Answer> beside_;  // of the same call once more, while the only thing left was a statement
   std::set<std::string> possibly_stored_;
 };
 
