@@ -67,8 +67,9 @@ class Follower {
  private:
   void print(const Listing& events) {
     if (events.rows.empty()) return;
+    constexpr int kInOneLine = -1;
     if (form_.kind == Form::Kind::kJson) {
-      for (const Json& row : events.rows) out_ << row.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+      for (const Json& row : events.rows) out_ << json_text(row, kInOneLine) << '\n';
     } else {
       report(out_, form_, events);
       form_.has_heads = false;
