@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <exception>
 #include <string>
 
@@ -73,6 +74,7 @@ bool parse(CLI::App& app, int argument_count, const char* const* arguments, std:
 }  // namespace
 
 int run(int argument_count, const char* const* arguments, std::ostream& out, std::ostream& err, Terminal terminal) {
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a failed write, after which it goes away
   show_traces(false);
   Context context{out, err, terminal};
   context.form.has_colours = terminal.has_colours;
@@ -89,10 +91,8 @@ int run(int argument_count, const char* const* arguments, std::ostream& out, std
     out.flush();
     if (!out) throw std::runtime_error("the output cannot be written");
     return context.is_wrong ? kFailed : kDone;
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error, out, err) == kDone ? kDone : kWrongUsage;
   } catch (const std::exception& error) {
-    err << "qmvctl: " << error.what() << '\n';
+    err << "qmvctl: " << printable(error.what()) << '\n';
     return kFailed;
   }
 }
