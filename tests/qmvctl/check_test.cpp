@@ -106,6 +106,23 @@ TEST_F(Check, FindsAddedColumns) {
             "rows.\n");
 }
 
+TEST_F(Check, FindsGeneratedColumns) {
+  redefine("sel", "SensorType ", "Made INTEGER generated always as (RecordID), SensorType ");
+  EXPECT_EQ(problems(),
+            "sel: column Made is added between the others: each column behind is read into the field of the one "
+            "after.\n");
+}
+
+TEST_F(Check, AdvisesStatementsThatRunWithAnyName) {
+  sql("alter table sel add column \"a \"\"b\"\"\" text; alter table role add column \"order\" text;");
+  sql("alter table fru rename column DevIdStr to \"1st; name\";");
+  for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+    const std::string advice = finding.at("advice");
+    sql(advice.substr(advice.find("alter")));
+  }
+  EXPECT_EQ(problems(), "");
+}
+
 TEST_F(Check, FindsRenamedColumns) {
   sql("alter table fru rename column DevIdStr to DevId;");
   EXPECT_EQ(problems(), "fru: column DevIdStr is called DevId: rows cannot be stored.\n");

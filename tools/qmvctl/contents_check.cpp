@@ -57,10 +57,8 @@ void check_integrity(const Database& database, std::vector<Finding>& findings) {
 }
 
 void check_contents(const Database& database, const std::string& table, std::vector<Finding>& findings) {
-  NameSet columns;
-  database.query(fmt::format("select name from pragma_table_info('{}');", table).c_str(), [&](sqlite3_stmt* row) {
-    columns.insert(reinterpret_cast<const char*>(sqlite3_column_text(row, 0)));
-  });
+  const Names names = columns_of(database, table);
+  const NameSet columns(names.begin(), names.end());
   for (const auto& [column, width] : field_widths(table)) {
     if (columns.contains(column)) check_width(database, table, column, width, findings);
   }
