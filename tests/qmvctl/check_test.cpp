@@ -1,6 +1,8 @@
 #include <sqlite3.h>
 
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 #include "command_test.h"
 #include "processes/child.h"
@@ -256,16 +258,23 @@ TEST_F(Check, GoesByTheKindThatIsNamed) {
 // Another process that holds a transaction on the scratch database until it is killed.
 class CheckOfLocks : public Check {
  protected:
-  std::string problem_while_held(const char* begin) {
-    const qmv::test::Child holder([&] {
+  qmv::test::Child holder(const char* begin) {
+    qmv::test::Child holder([this, begin] {
       sqlite3* handle = nullptr;
       sqlite3_open(database().c_str(), &handle);
       EXPECT_EQ(sqlite3_exec(handle, begin, nullptr, nullptr, nullptr), SQLITE_OK);
       raise(SIGSTOP);
     });
     holder.wait_until_stopped();
+    return holder;
+  }
+
+  std::string problem_while_held(const char* begin) {
+    const qmv::test::Child holding = holder(begin);
     return problems();
   }
+
+  static constexpr const char* kRead = "begin; select count(*) from role;";
 };
 
 TEST_F(CheckOfLocks, NamesTheProcessThatKeepsOthersFromWriting) {
@@ -287,8 +296,26 @@ TEST_F(CheckOfLocks, FindsTheWriterOfAnotherJournalWithoutItsName) {
             ": another process has held the write lock for a second: nobody else can store anything.\n");
 }
 
-TEST_F(CheckOfLocks, DoNotMindReaders) {
-  EXPECT_EQ(problem_while_held("begin; select count(*) from role;"), "");
+TEST_F(CheckOfLocks, NamesTheReaderThatKeepsOthersFromWriting) {
+  const std::string problem = problem_while_held(kRead);
+  EXPECT_EQ(problem.find(": process "), 0u) << problem;
+  EXPECT_NE(problem.find(" has held a read lock for a second: nobody else can store anything.\n"), std::string::npos);
+}
+
+TEST_F(CheckOfLocks, DoNotMindReadersThatEnd) {
+  qmv::test::Child holding = holder(kRead);
+  std::thread release([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    holding.go_on();
+  });
+  EXPECT_EQ(problems(), "");
+  release.join();
+  holding.wait_for_end();
+}
+
+TEST_F(CheckOfLocks, DoNotMindReadersOfAnotherJournal) {
+  sql("pragma journal_mode = wal;");
+  EXPECT_EQ(problem_while_held(kRead), "");
 }
 
 }  // namespace
