@@ -89,6 +89,11 @@ TEST_F(Check, FindsMissingTables) {
             "sel: the table is missing: nothing is read from it or stored in it.\n");
 }
 
+TEST_F(Check, FindsViewsInPlaceOfTables) {
+  sql("alter table fru rename to stored; create view fru as select * from stored;");
+  EXPECT_EQ(problems(), "fru: a view has its name: nothing can be stored in it.\n");
+}
+
 TEST_F(Check, FindsMissingColumns) {
   sql("alter table sel drop column EvMRev; alter table sel drop column EventType;");
   sql("alter table boot_order drop column isHost;");
@@ -191,10 +196,10 @@ TEST_F(Check, KnowsTheWidthOfEveryText) {
 
 TEST_F(Check, FindsEntitiesThatHaveNoClass) {
   sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 0), ('b', 1, 53), ('c', 1, 54), ('d', 1, 64),"
-      "('e', 1, -1), ('f', 1, 64), ('g', 1, null);");
+      "('e', 1, -1), ('f', 1, 64), ('g', 1, null), ('h', 1, 'abc'), ('i', 1, 300);");
   EXPECT_EQ(problems(),
-            "device: column EntityID: 4 rows have entities outside 0 to 53, which have no CIM class: -1 entity "
-            "FFFFFFFFh, 54 reserved, 64 Air Inlet.\n");
+            "device: column EntityID: 6 rows have entities outside 0 to 53, which have no CIM class: -1, 54 reserved, "
+            "64 Air Inlet, 300, 'abc'.\n");
 }
 
 TEST_F(Check, FindsDamageToTheFile) {
@@ -204,11 +209,32 @@ TEST_F(Check, FindsDamageToTheFile) {
   EXPECT_NE(problems().find(": the file is damaged: "), std::string::npos) << problems();
 }
 
+TEST_F(Check, SaysEachDamageByItself) {
+  const long page = std::stol(sql("select rootpage from sqlite_master where name = 'role';"));
+  const long size = std::stol(sql("pragma page_size;"));
+  sql("drop table sel;");
+  std::fstream(database(), std::ios::binary | std::ios::in | std::ios::out).seekp((page - 1) * size)
+      << std::string(100, '\xFF');
+  for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+    EXPECT_EQ(finding.at("problem").get<std::string>().find_first_of("\n*"), std::string::npos) << finding;
+  }
+  const std::string all = problems();
+  EXPECT_EQ(all.find(": the file is damaged: "), 0u) << all;
+  EXPECT_NE(all.find("role: it cannot be read in full: "), std::string::npos) << all;
+  EXPECT_NE(all.find("sel: the table is missing"), std::string::npos) << all;
+}
+
+TEST_F(Check, OfADatabaseOfSomethingElseSaysSoOnce) {
+  file("test.db", {});
+  EXPECT_EQ(problems(), ": none of the tables of cim is there.\n");
+}
+
 TEST_F(Check, OfAFileThatIsNoDatabaseSaysSo) {
   file("test.db", ascii(std::string(200, 'x')));
   const Outcome outcome = on_database({"check"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.out.find("file is not a database"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("Restore it from a copy"), std::string::npos) << outcome.out;
 }
 
 TEST_F(Check, OfAMissingFileSaysSo) {
@@ -251,7 +277,7 @@ TEST_F(Check, WithoutDbChecksTheFilesThatHostsOpen) {
 TEST_F(Check, GoesByTheKindThatIsNamed) {
   EXPECT_EQ(on_database({"check", "cim"}).status, 0);
   const Outcome outcome = on_database({"check", "tmp_cim"});
-  EXPECT_NE(outcome.out.find("table concrete_job: the table is missing"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("none of the tables of tmp_cim is there"), std::string::npos) << outcome.out;
   EXPECT_EQ(on_database({"check", "other"}).status, 2);
 }
 
