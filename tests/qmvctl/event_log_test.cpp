@@ -1,8 +1,11 @@
+#include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <fstream>
+#include <thread>
 
 #include "command_line.h"
 #include "command_test.h"
@@ -132,15 +135,15 @@ TEST_F(EventLogChanges, ShowsOneEventInFull) {
 // A process that watches the log and writes to a pipe.
 class Watch : public EventLogChanges {
  protected:
-  qmv::test::Child start(const std::vector<std::string>& options) {
+  qmv::test::Child start(const std::vector<std::string>& options, int status = 0) {
     EXPECT_EQ(mkfifo(path("out").c_str(), 0600), 0);
-    return qmv::test::Child([this, options] {
+    return qmv::test::Child([this, options, status] {
       *watcher_ = getpid();
       std::ofstream out(path("out"));
       const std::string file = database();
       std::vector<const char*> arguments{"qmvctl", "watch", "--db", file.c_str()};
       for (const std::string& option : options) arguments.push_back(option.c_str());
-      EXPECT_EQ(qmvctl::run(static_cast<int>(arguments.size()), arguments.data(), out, out, {}), 0);
+      EXPECT_EQ(qmvctl::run(static_cast<int>(arguments.size()), arguments.data(), out, out, {}), status);
     });
   }
 
@@ -170,6 +173,34 @@ TEST_F(Watch, ShowsTheLastEventsAndEachNewOneUntilItIsInterrupted) {
   interrupt();
   EXPECT_EQ(line(out), "");
   EXPECT_TRUE(out.eof());
+  child.wait_for_end();
+}
+
+TEST_F(Watch, EndsAtAnInterruptWhileTheFileIsLocked) {
+  insert(1);
+  qmv::test::Child child = start({"--json"});
+  std::ifstream out(path("out"));
+  line(out);
+  const qmv::test::Child writer([this] {
+    sqlite3* handle = nullptr;
+    sqlite3_open(database().c_str(), &handle);
+    EXPECT_EQ(sqlite3_exec(handle, "begin exclusive;", nullptr, nullptr, nullptr), SQLITE_OK);
+    raise(SIGSTOP);
+  });
+  writer.wait_until_stopped();
+  std::this_thread::sleep_for(std::chrono::milliseconds(800));  // the next look has begun
+  interrupt();
+  child.wait_for_end();
+}
+
+TEST_F(Watch, EndsWhenAnotherFileTakesThePlace) {
+  insert(1);
+  qmv::test::Child child = start({"--json"}, 1);
+  std::ifstream out(path("out"));
+  line(out);
+  std::filesystem::rename(database(), path("former.db"));
+  on_database({"init"});
+  EXPECT_EQ(line(out), "qmvctl: " + database() + ": the file was replaced");
   child.wait_for_end();
 }
 
