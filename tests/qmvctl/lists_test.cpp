@@ -105,6 +105,15 @@ TEST_F(Lists, EventsOfAnotherGeneratorHaveNoSensor) {
   EXPECT_EQ(row.at("state"), "Nominal");
 }
 
+TEST_F(Lists, EventsThatEndAStateSaySo) {
+  sql("insert into sel (RecordID, SensorType, EventType, EventDir, EventData1) "
+      "values (1, 8, 11, 0, 0), (2, 8, 11, 1, 0);");
+  const std::string out = on_database({"sel"}).out;
+  EXPECT_NE(out.find("Fully Redundant  Nominal\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("Fully Redundant  Deasserted\n"), std::string::npos) << out;
+  EXPECT_EQ(rows({"sel"}).at(1).at("state"), "");
+}
+
 TEST_F(Lists, EventTimesBeforeTheClockWasSetAreSaid) {
   Bytes events{1, 0, 2, 12, 0, 0, 0, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
   events = events + Bytes{2, 0, 2, 0xFF, 0xFF, 0xFF, 0xFF, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
