@@ -15,6 +15,12 @@ namespace qmvctl {
 
 namespace {
 
+// The longest dumps of a server, in bytes: all record IDs with a header of 5 bytes and 255 bytes behind it, what a FRU
+// device's 16-bit offsets reach, and all event IDs with 16 bytes.
+constexpr size_t kLongestRepository = 65'535 * 260;
+constexpr size_t kLongestImage = 65'536;
+constexpr size_t kLongestEventLog = 65'534 * 16;
+
 template <class Record>
 using Owned = std::unique_ptr<Record, void (*)(void*)>;
 
@@ -131,7 +137,7 @@ Inventory gather(const Database& database, const ImportFiles& files) {
   Inventory inventory;
   std::optional<fru_rec> builtin_fru;
   if (!files.repository.empty()) {
-    Repository repository = decode_repository(Input::read(files.repository));
+    Repository repository = decode_repository(Input::read(files.repository, kLongestRepository));
     builtin_fru = repository.builtin_fru;
     take_repository(inventory, std::move(repository));
   } else if (!files.frus.empty()) {
@@ -139,10 +145,10 @@ Inventory gather(const Database& database, const ImportFiles& files) {
     inventory.full_sensors = full_sensors(database);
     inventory.frus = frus(database);
   }
-  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file), builtin_fru);
+  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file, kLongestImage), builtin_fru);
   tie_sensors_to_frus(inventory);
   if (!files.event_log.empty()) {
-    inventory.event_log = decode_event_log(Input::read(files.event_log));
+    inventory.event_log = decode_event_log(Input::read(files.event_log, kLongestEventLog));
     inventory.not_held.merge(inventory.event_log->not_held);
   }
   return inventory;
