@@ -39,7 +39,10 @@ TEST_F(EventLogChanges, ShowsItsLastEventsOnRequest) {
   EXPECT_EQ(ids({"list", "--last", "9"}), "1 2 3 4 ");
   EXPECT_EQ(ids({"--last", "2", "--type", "voltage"}), "2 4 ");
   EXPECT_EQ(ids({"--last", "0"}), "");
+  EXPECT_EQ(on_database({"sel", "--last", "0"}).out, "Nothing matches.\n");
   EXPECT_EQ(on_database({"sel", "--last", "x"}).status, 2);
+  EXPECT_EQ(on_database({"sel", "--last", "-1"}).status, 2);
+  EXPECT_EQ(on_database({"watch", "--last", "-1"}).status, 2);
   EXPECT_EQ(on_database({"fru", "--last", "1"}).status, 2);
 }
 

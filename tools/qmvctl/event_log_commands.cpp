@@ -102,7 +102,7 @@ void add_clearing(CLI::App& parent, Context& context) {
 
 void add_watch(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("watch", "Follow the event log as it grows, until ^C");
-  const auto last = std::make_shared<size_t>(10);
+  const auto last = std::make_shared<uint32_t>(10);
   command->add_option("--last", *last, "begin with the last N events, 10 when it is not given")->type_name("N");
   add_example(*command, "qmvctl watch --last 0 --json");
   command->callback([&context, last] { watch_events(Database::open(context.file), context.form, *last, context.out); });
