@@ -118,6 +118,7 @@ TEST_F(EventLogChanges, ThatRefusesChangesIsReported) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
   }
+  EXPECT_EQ(clearing.err, "qmvctl: " + database() + ": events cannot be deleted: table sel keeps them\n");
   EXPECT_EQ(ids(), "1 ");
 }
 

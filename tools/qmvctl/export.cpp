@@ -29,7 +29,7 @@ std::vector<fru_locator_sdr_rec> fru_locators(const Database& database) {
     const auto key = [row](int column) { return sqlite3_column_int(row, column); };
     fru_locator_sdr_rec* locator = nullptr;
     if (db_get_fru_locator_sdr_info(database.handle(), key(0), key(1), key(2), key(3), &locator) != 0) {
-      database.fail("a FRU locator cannot be read");
+      fail_to_read(database, "fru_locator_sdr");
     }
     locators.push_back(*locator);
     db_freemem(locator);
