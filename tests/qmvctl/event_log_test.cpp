@@ -122,6 +122,16 @@ TEST_F(EventLogChanges, ThatRefusesChangesIsReported) {
   EXPECT_EQ(ids(), "1 ");
 }
 
+TEST_F(EventLogChanges, ThatFailsSaysWhyWithoutControlCharacters) {
+  insert(1);
+  sql("create trigger kept before delete on sel begin select raise(abort, 'kept\x1B[2J'); end;");
+  testing::internal::CaptureStderr();
+  const Outcome outcome = on_database({"sel", "clear"});
+  const std::string library = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": events cannot be deleted: kept.[2J\n");
+  EXPECT_EQ(library.find('\x1B'), std::string::npos) << library;
+}
+
 TEST_F(EventLogChanges, TakesNoSelectionForChanges) {
   insert(1);
   EXPECT_EQ(on_database({"sel", "--id", "2", "clear"}).status, 2);
