@@ -241,7 +241,10 @@ TEST_F(Check, OfAMissingFileSaysSo) {
   std::filesystem::remove(database());
   const Outcome outcome = on_database({"check"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_NE(outcome.out.find("No such file or directory (qmvctl init cim creates it)"), std::string::npos);
+  EXPECT_EQ(outcome.out, database() +
+                             ": 1 problem\n\n"
+                             "No such file or directory (qmvctl init cim creates it)\n"
+                             "  Or name another file with --db.\n");
   EXPECT_FALSE(std::filesystem::exists(database()));
 }
 

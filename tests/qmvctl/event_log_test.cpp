@@ -87,6 +87,9 @@ TEST_F(EventLogChanges, DeletesTheEventsThatAreNamed) {
   EXPECT_EQ(on_database({"sel", "delete", "2", "0x4"}).out, "deleted 2 events\n");
   EXPECT_EQ(ids(), "1 3 ");
   EXPECT_EQ(rows({"sel", "delete", "1"}), Json({{"deleted", {1}}}));
+  insert(70000);
+  EXPECT_EQ(on_database({"sel", "delete", "70000"}).status, 0);
+  EXPECT_EQ(ids(), "3 ");
 }
 
 TEST_F(EventLogChanges, DeletesNoneWhenOneIsMissing) {
@@ -144,6 +147,8 @@ TEST_F(EventLogChanges, ShowsOneEventInFull) {
   const std::string text = on_database({"sel", "show", "3"}).out;
   EXPECT_NE(text.find("Sensor type      : Voltage (02h)\n"), std::string::npos) << text;
   EXPECT_NE(text.find("State            : Critical\n"), std::string::npos) << text;
+  sql("update sel set GeneratorID = '20';");
+  EXPECT_NE(on_database({"sel", "show", "3"}).out.find("Generator        : 20h\n"), std::string::npos);
 }
 
 // A process that watches the log and writes to a pipe.

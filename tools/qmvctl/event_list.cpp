@@ -125,7 +125,7 @@ Listing list_events(const Database& database) {
   Listing listing{{number_column("ID", 5, "record_id"),
                    text_column("Time (UTC)", 19, "time"),
                    number_column("Record type", kInFull, "record_type"),
-                   text_column("Generator", kWide, "generator_id"),
+                   {"Generator", kWide, generator_text},
                    name_column("Sensor type", kWide, "sensor_type_name", "sensor_type"),
                    byte_column("Number", kWide, "sensor_number"),
                    {"Sensor", 15, sensor_text},

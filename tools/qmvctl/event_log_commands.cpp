@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <ctime>
+#include <limits>
 
 #include "commands.h"
 #include "event_log.h"
@@ -83,7 +84,7 @@ void add_deleting(CLI::App& parent, Context& context) {
   add_example(*command, "qmvctl sel delete 1 2 0x1F");
   command->callback([&context, texts] {
     std::vector<int32_t> ids;
-    for (const std::string& text : *texts) ids.push_back(number_in("id", text, 1, 0xFFFE));
+    for (const std::string& text : *texts) ids.push_back(number_in("id", text, 0, std::numeric_limits<int>::max()));
     Database database = Database::open(context.file);
     delete_events(database, ids);
     report(context.out, context.form, {{"deleted", ids}}, "deleted " + counted(ids.size(), "event"));
