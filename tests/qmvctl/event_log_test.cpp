@@ -212,6 +212,22 @@ TEST_F(Watch, EndsAtAnInterruptWhileTheFileIsLocked) {
   child.wait_for_end();
 }
 
+TEST_F(Watch, EndsAtASecondInterruptThoughNobodyReadsOn) {
+  sql("insert into sel (RecordID) with recursive n (i) as (select 1 union all select i + 1 from n where i < 2000) "
+      "select i from n;");
+  const qmv::test::Child child = start({"--last", "2000", "--json"});
+  std::ifstream out(path("out"));
+  line(out);  // of more lines than a pipe holds
+  interrupt();
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_TRUE(child.is_running());
+  interrupt();
+  for (int look = 0; look < 100 && child.is_running(); ++look) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  EXPECT_FALSE(child.is_running());
+}
+
 TEST_F(Watch, EndsWhenAnotherFileTakesThePlace) {
   insert(1);
   qmv::test::Child child = start({"--json"}, 1);
