@@ -128,7 +128,7 @@ TEST_F(Associations, OfAMissingTableFail) {
   EXPECT_EQ(associations.status, 1);
   EXPECT_EQ(associations.err, "qmvctl: " + database() + ": no such table: association\n");
   EXPECT_EQ(plugins.status, 1);
-  EXPECT_EQ(plugins.err, "qmvctl: " + database() + ": the rows of association_reg cannot be counted\n");
+  EXPECT_EQ(plugins.err, "qmvctl: " + database() + ": table association_reg cannot be read (qmvctl check tells why)\n");
 }
 
 // The view has a row for connections that wait for locks, as the command's, and none for the library's own: what these
@@ -139,7 +139,7 @@ TEST_F(Associations, PlugInsThatTheLibraryDoesNotSeeAreNotSilentlyLeftOut) {
   const Outcome outcome = on_database({"associations", "plugins"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the plug-ins cannot be read\n");
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": table association_reg cannot be read (qmvctl check tells why)\n");
 }
 
 TEST_F(Associations, OfAFileThatIsNoDatabaseFail) {

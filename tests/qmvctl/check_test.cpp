@@ -1,6 +1,8 @@
 #include <sqlite3.h>
 
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 #include "command_test.h"
 #include "support/child.h"
@@ -87,6 +89,11 @@ TEST_F(Check, FindsMissingTables) {
             "sel: the table is missing: nothing is read from it or stored in it.\n");
 }
 
+TEST_F(Check, FindsViewsInPlaceOfTables) {
+  sql("alter table fru rename to stored; create view fru as select * from stored;");
+  EXPECT_EQ(problems(), "fru: a view has its name: nothing can be stored in it.\n");
+}
+
 TEST_F(Check, FindsMissingColumns) {
   sql("alter table sel drop column EvMRev; alter table sel drop column EventType;");
   sql("alter table boot_order drop column isHost;");
@@ -104,6 +111,23 @@ TEST_F(Check, FindsAddedColumns) {
             "after.\n"
             "sel: column Note is added behind the others: the library does not read it, and leaves it empty in new "
             "rows.\n");
+}
+
+TEST_F(Check, FindsGeneratedColumns) {
+  redefine("sel", "SensorType ", "Made INTEGER generated always as (RecordID), SensorType ");
+  EXPECT_EQ(problems(),
+            "sel: column Made is added between the others: each column behind is read into the field of the one "
+            "after.\n");
+}
+
+TEST_F(Check, AdvisesStatementsThatRunWithAnyName) {
+  sql("alter table sel add column \"a \"\"b\"\"\" text; alter table role add column \"order\" text;");
+  sql("alter table fru rename column DevIdStr to \"1st; name\";");
+  for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+    const std::string advice = finding.at("advice");
+    sql(advice.substr(advice.find("alter")));
+  }
+  EXPECT_EQ(problems(), "");
 }
 
 TEST_F(Check, FindsRenamedColumns) {
@@ -172,10 +196,10 @@ TEST_F(Check, KnowsTheWidthOfEveryText) {
 
 TEST_F(Check, FindsEntitiesThatHaveNoClass) {
   sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 0), ('b', 1, 53), ('c', 1, 54), ('d', 1, 64),"
-      "('e', 1, -1), ('f', 1, 64), ('g', 1, null);");
+      "('e', 1, -1), ('f', 1, 64), ('g', 1, null), ('h', 1, 'abc'), ('i', 1, 300);");
   EXPECT_EQ(problems(),
-            "device: column EntityID: 4 rows have entities outside 0 to 53, which have no CIM class: -1 entity "
-            "FFFFFFFFh, 54 reserved, 64 Air Inlet.\n");
+            "device: column EntityID: 6 rows have entities outside 0 to 53, which have no CIM class: -1, 54 reserved, "
+            "64 Air Inlet, 300, 'abc'.\n");
 }
 
 TEST_F(Check, FindsDamageToTheFile) {
@@ -185,18 +209,42 @@ TEST_F(Check, FindsDamageToTheFile) {
   EXPECT_NE(problems().find(": the file is damaged: "), std::string::npos) << problems();
 }
 
+TEST_F(Check, SaysEachDamageByItself) {
+  const long page = std::stol(sql("select rootpage from sqlite_master where name = 'role';"));
+  const long size = std::stol(sql("pragma page_size;"));
+  sql("drop table sel;");
+  std::fstream(database(), std::ios::binary | std::ios::in | std::ios::out).seekp((page - 1) * size)
+      << std::string(100, '\xFF');
+  for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+    EXPECT_EQ(finding.at("problem").get<std::string>().find_first_of("\n*"), std::string::npos) << finding;
+  }
+  const std::string all = problems();
+  EXPECT_EQ(all.find(": the file is damaged: "), 0u) << all;
+  EXPECT_NE(all.find("role: it cannot be read in full: "), std::string::npos) << all;
+  EXPECT_NE(all.find("sel: the table is missing"), std::string::npos) << all;
+}
+
+TEST_F(Check, OfADatabaseOfSomethingElseSaysSoOnce) {
+  file("test.db", {});
+  EXPECT_EQ(problems(), ": none of the tables of cim is there.\n");
+}
+
 TEST_F(Check, OfAFileThatIsNoDatabaseSaysSo) {
   file("test.db", ascii(std::string(200, 'x')));
   const Outcome outcome = on_database({"check"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.out.find("file is not a database"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("Restore it from a copy"), std::string::npos) << outcome.out;
 }
 
 TEST_F(Check, OfAMissingFileSaysSo) {
   std::filesystem::remove(database());
   const Outcome outcome = on_database({"check"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_NE(outcome.out.find("No such file or directory (qmvctl init cim creates it)"), std::string::npos);
+  EXPECT_EQ(outcome.out, database() +
+                             ": 1 problem\n\n"
+                             "No such file or directory (qmvctl init cim creates it)\n"
+                             "  Or name another file with --db.\n");
   EXPECT_FALSE(std::filesystem::exists(database()));
 }
 
@@ -232,23 +280,30 @@ TEST_F(Check, WithoutDbChecksTheFilesThatHostsOpen) {
 TEST_F(Check, GoesByTheKindThatIsNamed) {
   EXPECT_EQ(on_database({"check", "cim"}).status, 0);
   const Outcome outcome = on_database({"check", "tmp_cim"});
-  EXPECT_NE(outcome.out.find("table concrete_job: the table is missing"), std::string::npos) << outcome.out;
+  EXPECT_NE(outcome.out.find("none of the tables of tmp_cim is there"), std::string::npos) << outcome.out;
   EXPECT_EQ(on_database({"check", "other"}).status, 2);
 }
 
 // Another process that holds a transaction on the scratch database until it is killed.
 class CheckOfLocks : public Check {
  protected:
-  std::string problem_while_held(const char* begin) {
-    const qmv::test::Child holder([&] {
+  qmv::test::Child holder(const char* begin) {
+    qmv::test::Child holder([this, begin] {
       sqlite3* handle = nullptr;
       sqlite3_open(database().c_str(), &handle);
       EXPECT_EQ(sqlite3_exec(handle, begin, nullptr, nullptr, nullptr), SQLITE_OK);
       raise(SIGSTOP);
     });
     holder.wait_until_stopped();
+    return holder;
+  }
+
+  std::string problem_while_held(const char* begin) {
+    const qmv::test::Child holding = holder(begin);
     return problems();
   }
+
+  static constexpr const char* kRead = "begin; select count(*) from role;";
 };
 
 TEST_F(CheckOfLocks, NamesTheProcessThatKeepsOthersFromWriting) {
@@ -270,8 +325,26 @@ TEST_F(CheckOfLocks, FindsTheWriterOfAnotherJournalWithoutItsName) {
             ": another process has held the write lock for a second: nobody else can store anything.\n");
 }
 
-TEST_F(CheckOfLocks, DoNotMindReaders) {
-  EXPECT_EQ(problem_while_held("begin; select count(*) from role;"), "");
+TEST_F(CheckOfLocks, NamesTheReaderThatKeepsOthersFromWriting) {
+  const std::string problem = problem_while_held(kRead);
+  EXPECT_EQ(problem.find(": process "), 0u) << problem;
+  EXPECT_NE(problem.find(" has held a read lock for a second: nobody else can store anything.\n"), std::string::npos);
+}
+
+TEST_F(CheckOfLocks, DoNotMindReadersThatEnd) {
+  qmv::test::Child holding = holder(kRead);
+  std::thread release([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    holding.go_on();
+  });
+  EXPECT_EQ(problems(), "");
+  release.join();
+  holding.wait_for_end();
+}
+
+TEST_F(CheckOfLocks, DoNotMindReadersOfAnotherJournal) {
+  sql("pragma journal_mode = wal;");
+  EXPECT_EQ(problem_while_held(kRead), "");
 }
 
 }  // namespace

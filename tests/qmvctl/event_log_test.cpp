@@ -1,8 +1,11 @@
+#include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <fstream>
+#include <thread>
 
 #include "command_line.h"
 #include "command_test.h"
@@ -36,7 +39,10 @@ TEST_F(EventLogChanges, ShowsItsLastEventsOnRequest) {
   EXPECT_EQ(ids({"list", "--last", "9"}), "1 2 3 4 ");
   EXPECT_EQ(ids({"--last", "2", "--type", "voltage"}), "2 4 ");
   EXPECT_EQ(ids({"--last", "0"}), "");
+  EXPECT_EQ(on_database({"sel", "--last", "0"}).out, "Nothing matches.\n");
   EXPECT_EQ(on_database({"sel", "--last", "x"}).status, 2);
+  EXPECT_EQ(on_database({"sel", "--last", "-1"}).status, 2);
+  EXPECT_EQ(on_database({"watch", "--last", "-1"}).status, 2);
   EXPECT_EQ(on_database({"fru", "--last", "1"}).status, 2);
 }
 
@@ -81,6 +87,9 @@ TEST_F(EventLogChanges, DeletesTheEventsThatAreNamed) {
   EXPECT_EQ(on_database({"sel", "delete", "2", "0x4"}).out, "deleted 2 events\n");
   EXPECT_EQ(ids(), "1 3 ");
   EXPECT_EQ(rows({"sel", "delete", "1"}), Json({{"deleted", {1}}}));
+  insert(70000);
+  EXPECT_EQ(on_database({"sel", "delete", "70000"}).status, 0);
+  EXPECT_EQ(ids(), "3 ");
 }
 
 TEST_F(EventLogChanges, DeletesNoneWhenOneIsMissing) {
@@ -112,7 +121,18 @@ TEST_F(EventLogChanges, ThatRefusesChangesIsReported) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.out, "");
   }
+  EXPECT_EQ(clearing.err, "qmvctl: " + database() + ": events cannot be deleted: table sel keeps them\n");
   EXPECT_EQ(ids(), "1 ");
+}
+
+TEST_F(EventLogChanges, ThatFailsSaysWhyWithoutControlCharacters) {
+  insert(1);
+  sql("create trigger kept before delete on sel begin select raise(abort, 'kept\x1B[2J'); end;");
+  testing::internal::CaptureStderr();
+  const Outcome outcome = on_database({"sel", "clear"});
+  const std::string library = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": events cannot be deleted: kept.[2J\n");
+  EXPECT_EQ(library.find('\x1B'), std::string::npos) << library;
 }
 
 TEST_F(EventLogChanges, TakesNoSelectionForChanges) {
@@ -127,20 +147,22 @@ TEST_F(EventLogChanges, ShowsOneEventInFull) {
   const std::string text = on_database({"sel", "show", "3"}).out;
   EXPECT_NE(text.find("Sensor type      : Voltage (02h)\n"), std::string::npos) << text;
   EXPECT_NE(text.find("State            : Critical\n"), std::string::npos) << text;
+  sql("update sel set GeneratorID = '20';");
+  EXPECT_NE(on_database({"sel", "show", "3"}).out.find("Generator        : 20h\n"), std::string::npos);
 }
 
 // A process that watches the log and writes to a pipe.
 class Watch : public EventLogChanges {
  protected:
-  qmv::test::Child start(const std::vector<std::string>& options) {
+  qmv::test::Child start(const std::vector<std::string>& options, int status = 0) {
     EXPECT_EQ(mkfifo(path("out").c_str(), 0600), 0);
-    return qmv::test::Child([this, options] {
+    return qmv::test::Child([this, options, status] {
       *watcher_ = getpid();
       std::ofstream out(path("out"));
       const std::string file = database();
       std::vector<const char*> arguments{"qmvctl", "watch", "--db", file.c_str()};
       for (const std::string& option : options) arguments.push_back(option.c_str());
-      EXPECT_EQ(qmvctl::run(static_cast<int>(arguments.size()), arguments.data(), out, out, {}), 0);
+      EXPECT_EQ(qmvctl::run(static_cast<int>(arguments.size()), arguments.data(), out, out, {}), status);
     });
   }
 
@@ -160,16 +182,60 @@ TEST_F(Watch, ShowsTheLastEventsAndEachNewOneUntilItIsInterrupted) {
   for (int id = 1; id <= 3; ++id) insert(id);
   qmv::test::Child child = start({"--last", "2"});
   std::ifstream out(path("out"));
-  EXPECT_EQ(line(out), "   ID  Time (UTC)           Sensor           Event                      State");
-  EXPECT_EQ(line(out), "    2  start + 0 s          Voltage #00h     Upper Critical going high  Critical");
-  EXPECT_EQ(line(out), "    3  start + 0 s          Voltage #00h     Upper Critical going high  Critical");
+  EXPECT_EQ(line(out), "   ID  Time (UTC)           Sensor           Event                    State");
+  EXPECT_EQ(line(out), "    2  start + 0 s          Voltage #00h     Upper Critical going h~  Critical");
+  EXPECT_EQ(line(out), "    3  start + 0 s          Voltage #00h     Upper Critical going h~  Critical");
   insert(4);
-  EXPECT_EQ(line(out), "    4  start + 0 s          Voltage #00h     Upper Critical going high  Critical");
+  EXPECT_EQ(line(out), "    4  start + 0 s          Voltage #00h     Upper Critical going h~  Critical");
   sql("update sel set SensorType = 1 where RecordID = 1;");
-  EXPECT_EQ(line(out), "    1  start + 0 s          Temperature #0~  Upper Critical going high  Critical");
+  EXPECT_EQ(line(out), "    1  start + 0 s          Temperature #0~  Upper Critical going h~  Critical");
   interrupt();
   EXPECT_EQ(line(out), "");
   EXPECT_TRUE(out.eof());
+  child.wait_for_end();
+}
+
+TEST_F(Watch, EndsAtAnInterruptWhileTheFileIsLocked) {
+  insert(1);
+  qmv::test::Child child = start({"--json"});
+  std::ifstream out(path("out"));
+  line(out);
+  const qmv::test::Child writer([this] {
+    sqlite3* handle = nullptr;
+    sqlite3_open(database().c_str(), &handle);
+    EXPECT_EQ(sqlite3_exec(handle, "begin exclusive;", nullptr, nullptr, nullptr), SQLITE_OK);
+    raise(SIGSTOP);
+  });
+  writer.wait_until_stopped();
+  std::this_thread::sleep_for(std::chrono::milliseconds(800));  // the next look has begun
+  interrupt();
+  child.wait_for_end();
+}
+
+TEST_F(Watch, EndsAtASecondInterruptThoughNobodyReadsOn) {
+  sql("insert into sel (RecordID) with recursive n (i) as (select 1 union all select i + 1 from n where i < 2000) "
+      "select i from n;");
+  const qmv::test::Child child = start({"--last", "2000", "--json"});
+  std::ifstream out(path("out"));
+  line(out);  // of more lines than a pipe holds
+  interrupt();
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  EXPECT_TRUE(child.is_running());
+  interrupt();
+  for (int look = 0; look < 100 && child.is_running(); ++look) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  EXPECT_FALSE(child.is_running());
+}
+
+TEST_F(Watch, EndsWhenAnotherFileTakesThePlace) {
+  insert(1);
+  qmv::test::Child child = start({"--json"}, 1);
+  std::ifstream out(path("out"));
+  line(out);
+  std::filesystem::rename(database(), path("former.db"));
+  on_database({"init"});
+  EXPECT_EQ(line(out), "qmvctl: " + database() + ": the file was replaced");
   child.wait_for_end();
 }
 

@@ -1,10 +1,13 @@
 // What is exported and imported again: the same rows.
+#include <sys/resource.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 
 #include "command_test.h"
 #include "packed_text.h"
+#include "processes/child.h"
 #include "text.h"
 
 namespace qmvctl::test {
@@ -142,6 +145,26 @@ TEST_F(Export, DoesNotTouchAnExistingFile) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "qmvctl: " + path("mine") + ": the file exists and is not touched\n");
   EXPECT_EQ(fs::file_size(path("mine")), 4u);
+}
+
+TEST_F(Export, ThatFailsLeavesNoFile) {
+  import({"--sdr", file("one.sdr", compact_record(ascii_field("Fan")))});
+  const Outcome outcome = on_database({"export", "--sdr", path("out.sdr"), "--sel", path("missing/out.sel")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "qmvctl: " + path("missing/out.sel") + ": No such file or directory\n");
+  EXPECT_FALSE(fs::exists(path("out.sdr")));
+}
+
+TEST_F(Export, ThatIsCutOffLeavesNoFile) {
+  import({"--sel", file("one.sel", {1, 0, 2, 1, 0, 0, 0x50, 0x20, 0, 4, 8, 0x50, 0x6F, 3, 0xFF, 0xFF})});
+  qmv::test::in_child([this] {
+    const rlimit eight_bytes{8, 8};
+    setrlimit(RLIMIT_FSIZE, &eight_bytes);
+    const Outcome outcome = on_database({"export", "--sel", path("out.sel")});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qmvctl: " + path("out.sel") + ": File too large\n");
+  });
+  EXPECT_FALSE(fs::exists(path("out.sel")));
 }
 
 TEST_F(Export, KeepsStringsThatNeedAnotherEncoding) {

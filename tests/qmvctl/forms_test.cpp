@@ -245,6 +245,7 @@ TEST_F(TerminalTest, HasNoColoursWhenTheyAreNotWanted) {
   EXPECT_TRUE(terminal_of(true, true).has_colours);
   setenv("TERM", "dumb", 1);
   EXPECT_FALSE(terminal_of(true, true).has_colours);
+  EXPECT_FALSE(terminal_of(true, true).has_progress);
 }
 
 }  // namespace

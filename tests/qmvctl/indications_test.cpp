@@ -99,7 +99,8 @@ TEST_F(Indications, OfAMissingTableFailAndShowNothing) {
   testing::internal::GetCapturedStderr();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the subscriptions cannot be read (status 1)\n");
+  EXPECT_EQ(outcome.err,
+            "qmvctl: " + database() + ": table indication_subscription cannot be read (qmvctl check tells why)\n");
 }
 
 TEST_F(Indications, TakeOneSubcommandAtMost) {

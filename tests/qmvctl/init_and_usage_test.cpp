@@ -1,7 +1,9 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <sstream>
 
+#include "command_line.h"
 #include "command_test.h"
 
 namespace qmvctl::test {
@@ -107,6 +109,41 @@ TEST_F(Usage, WrongUsageExitsWithTwoAndSaysWhyOnStandardError) {
     EXPECT_EQ(outcome.out, "");
     EXPECT_NE(outcome.err, "");
   }
+}
+
+TEST_F(Usage, EmptyTextsAreRefused) {
+  run({"init"});
+  for (const auto& arguments : std::vector<std::vector<std::string>>{{"sel", "clear", "--db", ""},
+                                                                     {"sensors", "show", ""},
+                                                                     {"sensors", "--id", ""},
+                                                                     {"fru", "--entity="},
+                                                                     {"assets", ""},
+                                                                     {"import", "--sdr", ""}}) {
+    EXPECT_EQ(run(arguments).status, 2) << testing::PrintToString(arguments);
+  }
+}
+
+TEST_F(Usage, WordsThatAreNoCommandAreNamed) {
+  EXPECT_EQ(run({"bog\x1Bus"}).err, "qmvctl: bog.us is no command\nRun with --help for more information.\n");
+  EXPECT_EQ(run({}).err.rfind("qmvctl: ", 0), 0u);
+}
+
+TEST_F(Usage, TellsItsVersion) {
+  const Outcome outcome = run({"--version"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "qmvctl 1.0.0\n");
+}
+
+TEST_F(Usage, HelpThatCannotBeWrittenFails) {
+  const char* const arguments[] = {"qmvctl", "--help"};
+  std::ostream out(nullptr);
+  std::ostringstream err;
+  EXPECT_EQ(qmvctl::run(2, arguments, out, err, {}), 1);
+  EXPECT_EQ(err.str(), "qmvctl: the output cannot be written\n");
+}
+
+TEST_F(Usage, ErrorsLetNoControlCharacterThrough) {
+  EXPECT_EQ(run({"sel", "--db", path("a\x1B[2J")}).err.find('\x1B'), std::string::npos);
 }
 
 TEST_F(Usage, UnknownClassExitsWithTwoAndNamesTheClasses) {

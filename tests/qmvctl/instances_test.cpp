@@ -97,7 +97,8 @@ TEST_F(Instances, OfAMissingTableFail) {
     sql("drop table " + table + ";");
     const Outcome outcome = on_database({"instances", table});
     EXPECT_EQ(outcome.status, 1) << table;
-    EXPECT_EQ(outcome.err.rfind("qmvctl: " + database() + ": the rows of " + table, 0), 0u) << outcome.err;
+    EXPECT_EQ(outcome.err.rfind("qmvctl: " + database() + ": table " + table + " cannot be read", 0), 0u)
+        << outcome.err;
   }
   testing::internal::GetCapturedStderr();
 }

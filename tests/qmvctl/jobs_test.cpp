@@ -126,9 +126,9 @@ TEST_F(Jobs, OfAMissingTableFail) {
   const Outcome errors = on_database({"jobs", "errors"});
   testing::internal::GetCapturedStderr();
   EXPECT_EQ(jobs.status, 1);
-  EXPECT_EQ(jobs.err, "qmvctl: " + database() + ": the jobs cannot be read (status 1)\n");
+  EXPECT_EQ(jobs.err, "qmvctl: " + database() + ": table concrete_job cannot be read (qmvctl check tells why)\n");
   EXPECT_EQ(errors.status, 1);
-  EXPECT_EQ(errors.err, "qmvctl: " + database() + ": the error records cannot be read (status 1)\n");
+  EXPECT_EQ(errors.err, "qmvctl: " + database() + ": table error_info cannot be read (qmvctl check tells why)\n");
 }
 
 TEST_F(Jobs, PurgeDeletesFinishedExpiredJobsAndTheErrorsOfExpiredOnes) {

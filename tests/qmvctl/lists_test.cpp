@@ -1,5 +1,7 @@
+#include <cstring>
 #include <sstream>
 
+#include "characters.h"
 #include "command_test.h"
 #include "listing.h"
 
@@ -103,6 +105,15 @@ TEST_F(Lists, EventsOfAnotherGeneratorHaveNoSensor) {
   EXPECT_EQ(row.at("state"), "Nominal");
 }
 
+TEST_F(Lists, EventsThatEndAStateSaySo) {
+  sql("insert into sel (RecordID, SensorType, EventType, EventDir, EventData1) "
+      "values (1, 8, 11, 0, 0), (2, 8, 11, 1, 0);");
+  const std::string out = on_database({"sel"}).out;
+  EXPECT_NE(out.find("Fully Redundant  Nominal\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("Fully Redundant  Deasserted\n"), std::string::npos) << out;
+  EXPECT_EQ(rows({"sel"}).at(1).at("state"), "");
+}
+
 TEST_F(Lists, EventTimesBeforeTheClockWasSetAreSaid) {
   Bytes events{1, 0, 2, 12, 0, 0, 0, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
   events = events + Bytes{2, 0, 2, 0xFF, 0xFF, 0xFF, 0xFF, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
@@ -177,10 +188,21 @@ TEST(Table, AlignsByCharactersNotBytes) {
   EXPECT_EQ(out.str(), "A     N\n\u00E4\u00E4    5\nbbb  10\n");
 }
 
+constexpr const char* kHostile = "x\x1B[2Jy\nz\x7F \u009Bm \x9Bm \u00E4";
+
 TEST(Table, LetsNoControlCharacterThrough) {
   std::ostringstream out;
-  print_table(out, {}, {{text_column("A", 20, "a")}, {{{"a", "x\x1B[2Jy\nz\x7F"}}}, ""});
-  EXPECT_EQ(out.str(), "A\nx.[2Jy.z.\n");
+  print_table(out, {}, {{text_column("A", 20, "a")}, {{{"a", kHostile}}}, ""});
+  EXPECT_EQ(out.str(), "A\nx.[2Jy.z. .m .m \u00E4\n");
+}
+
+TEST(Table, CutsDoubleWidthCharactersByTheirPlaces) {
+  std::ostringstream out;
+  print_table(out, {},
+              {{text_column("A", 6, "a"), text_column("B", 72, "b")},
+               {{{"a", "\u4E2D\u4E2D\u4E2D\u4E2D"}, {"b", std::string(80, 'b')}}},
+               ""});
+  EXPECT_EQ(out.str(), "A       B\n\u4E2D\u4E2D~   " + std::string(71, 'b') + "~\n");
 }
 
 TEST(Table, CutsTextsWithAMarkWhereALineHasNoRoom) {
@@ -250,6 +272,12 @@ TEST(Csv, QuotesCommasQuotesAndLineBreaks) {
   EXPECT_EQ(out.str(), "A,B\r\nplain,\"x,y\"\r\n\"say \"\"hi\"\"\",\"two\r\nlines\"\r\n.[,\r\n");
 }
 
+TEST(Csv, LetsNoControlCharacterThrough) {
+  std::ostringstream out;
+  print_csv(out, {.has_heads = false}, {{"", "", {{text_column("A", 1, "a")}, {{{"a", kHostile}}}, ""}}});
+  EXPECT_EQ(out.str(), "\"x.[2Jy\nz. .m .m \u00E4\"\r\n");
+}
+
 TEST(Csv, PutsSeveralListsTogetherUnderTheirNames) {
   std::ostringstream out;
   print_csv(out, {},
@@ -262,6 +290,21 @@ TEST(JsonOutput, ReplacesBytesThatAreNoUtf8) {
   std::ostringstream out;
   print_json(out, {{"name", "A\xFF"}});
   EXPECT_EQ(out.str(), "{\n  \"name\": \"A\uFFFD\"\n}\n");
+}
+
+TEST(JsonOutput, EscapesControlCharacters) {
+  EXPECT_EQ(json_text({{"a", kHostile}}, -1), R"({"a":"x\u001b[2Jy\nz\u007f \u009bm )"
+                                              "\uFFFDm \u00E4\"}");
+}
+
+TEST(Printable, HasADotForEachByteThatIsNoUtf8) {
+  for (const char* text : {"\xC0\x80", "\xC1\xBF", "\xE0\x80\x80", "\xED\xA0\x80", "\xF0\x80\x80\x80",
+                           "\xF4\x90\x80\x80", "\xE2\x82", "\x80", "\xFF"}) {
+    EXPECT_EQ(printable(text), std::string(std::strlen(text), '.'));
+  }
+  for (const char* text : {"\u00A0", "\u07FF", "\u0800", "\uFFFF", "\U00010000", "\U0010FFFF"}) {
+    EXPECT_EQ(printable(text), text);
+  }
 }
 
 }  // namespace

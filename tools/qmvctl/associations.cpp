@@ -87,14 +87,14 @@ Listing list_plugins(const Database& database) {
   const auto load = [&](sqlite3*, int32_t* count, association_reg_rec** records) {
     return load_plugins(records, count, database.file().c_str());
   };
-  for (const auto& plugin : read_all<association_reg_rec>(database, "plug-ins", load)) {
+  for (const auto& plugin : read_all<association_reg_rec>(database, kPluginTable, load)) {
     listing.rows.push_back({{"column0", text_of(plugin.RegColumn0)},
                             {"column1", text_of(plugin.RegColumn1)},
                             {"column2", text_of(plugin.RegColumn2)},
                             {"column3", text_of(plugin.RegColumn3)}});
   }
   // The library takes a table that it cannot read, or that another process locks, for an empty one.
-  if (listing.rows.size() != count_rows(database, kPluginTable)) database.fail("the plug-ins cannot be read");
+  if (listing.rows.size() != count_rows(database, kPluginTable)) fail_to_read(database, kPluginTable);
   return listing;
 }
 

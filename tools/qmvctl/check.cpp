@@ -8,17 +8,47 @@ namespace qmvctl {
 
 namespace {
 
+// The kind of what just failed.
+int error_of(const Database& database) {
+  constexpr int kKind = 0xFF;  // the other bits say more of it
+  return sqlite3_errcode(database.handle()) & kKind;
+}
+
+// Runs a part of the check: what damage hides from it is not hidden from the others.
+void check_part(const Database& database, const std::string& table, std::vector<Finding>& findings, auto check) {
+  try {
+    check();
+  } catch (const std::runtime_error& error) {
+    if (error_of(database) != SQLITE_CORRUPT) throw;
+    findings.push_back({table, std::string("it cannot be read in full: ") + error.what(), kRestore});
+  }
+}
+
+Finding missing(const std::string& table, const NameSet& views, const std::string& advice) {
+  const char* problem = views.contains(table) ? "a view has its name: nothing can be stored in it."
+                                              : "the table is missing: nothing is read from it or stored in it.";
+  return {table, problem, advice + " it."};
+}
+
 void check_tables(const Database& database, const DatabaseKind& kind, std::vector<Finding>& findings) {
   const NameSet tables = tables_of(database);
-  for (const TableShape& reference : references(kind)) {
-    const std::string& table = reference.name;
-    if (!tables.contains(table)) {
-      findings.push_back({table, "the table is missing: nothing is read from it or stored in it.",
-                          std::string("qmvctl init ") + kind.name + " --db NEW creates a database that has it."});
-      continue;
+  const NameSet views = views_of(database);
+  const std::vector<TableShape> shapes = references(kind);
+  const auto is_there = [&](const TableShape& reference) { return tables.contains(reference.name); };
+  const std::string advice = std::string("qmvctl init ") + kind.name + " --db NEW creates a database that has";
+  if (std::none_of(shapes.begin(), shapes.end(), is_there)) {
+    findings.push_back({"", std::string("none of the tables of ") + kind.name + " is there.", advice + " them."});
+    return;
+  }
+  for (const TableShape& reference : shapes) {
+    if (is_there(reference)) {
+      check_part(database, reference.name, findings, [&] {
+        compare(shape_of(database, reference.name), reference, kind, findings);
+        check_contents(database, reference.name, findings);
+      });
+    } else {
+      findings.push_back(missing(reference.name, views, advice));
     }
-    compare(shape_of(database, table), reference, kind, findings);
-    check_contents(database, table, findings);
   }
 }
 
@@ -41,13 +71,14 @@ const DatabaseKind& kind_of(const Database& database) {
 
 std::vector<Finding> check(Database& database, const DatabaseKind* kind) {
   std::vector<Finding> findings;
-  check_locks(database, findings);
   try {
-    check_integrity(database, findings);
+    check_locks(database, findings);
+    check_part(database, "", findings, [&] { check_integrity(database, findings); });
     check_tables(database, kind ? *kind : kind_of(database), findings);
   } catch (const std::runtime_error& error) {
-    findings.push_back(
-        {"", std::string("the check ends here: ") + error.what(), "See to that first, then check again."});
+    const bool is_damaged = error_of(database) == SQLITE_CORRUPT || error_of(database) == SQLITE_NOTADB;
+    findings.push_back({"", std::string("the check ends here: ") + error.what(),
+                        is_damaged ? kRestore : "See to that first, then check again."});
   }
   return findings;
 }

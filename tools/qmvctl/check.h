@@ -15,6 +15,10 @@ struct Finding {
   std::string advice;   // what to do
 };
 
+// What to do about damage.
+inline constexpr const char* kRestore =
+    "Restore it from a copy, or save what can be read: sqlite3 FILE .recover | sqlite3 NEW";
+
 // Checks everything, first of all whether others lock the file: what could not be read because of that is a finding too.
 // Without a kind it is the one whose tables the database has. The database is not changed.
 std::vector<Finding> check(Database& database, const DatabaseKind* kind);

@@ -1,10 +1,11 @@
 # Completes the commands and options of qmvctl, as its own help tells them.
 
-# The words of the help that may follow: commands, tables, classes or options.
+# The words of the help that may follow: commands, databases, tables, classes or options.
 _qmvctl_words() {
   qmvctl "$@" --help 2>/dev/null | awk '
     /^(Subcommands|Tables|Classes):/ { is_list = 1; next }
     /^$/ { is_list = 0 }
+    /^  database / { gsub(/.*{|}.*/, ""); gsub(",", " "); print }
     is_list { print $1 }
     /^  -/ { gsub(",", " ", $1); print $1 }'
 }
@@ -27,6 +28,7 @@ _qmvctl() {
     fi
   done
   if [[ $previous == = ]] || { [[ $previous == --* ]] && _qmvctl_takes_file "$previous" "${path[@]}"; }; then
+    compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -- "${word#=}" | sort)
     return
   fi
@@ -35,4 +37,4 @@ _qmvctl() {
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word" | sort -u)
 }
 
-complete -o filenames -F _qmvctl qmvctl
+complete -F _qmvctl qmvctl

@@ -1,6 +1,8 @@
 // Rows that the library cannot hold or does not know.
 #include <fmt/format.h>
 
+#include <sstream>
+
 #include "check.h"
 #include "field_widths.h"
 #include "names.h"
@@ -10,11 +12,13 @@ namespace qmvctl {
 
 namespace {
 
+// SQLite puts the problems of one B-tree together, under a head.
 void check_integrity_row(sqlite3_stmt* row, std::vector<Finding>& findings) {
-  const std::string text = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
-  if (text == "ok") return;
-  findings.push_back({"", "the file is damaged: " + text,
-                      "Restore it from a copy, or save what can be read: sqlite3 FILE .recover | sqlite3 NEW"});
+  std::istringstream lines(reinterpret_cast<const char*>(sqlite3_column_text(row, 0)));
+  for (std::string line; std::getline(lines, line);) {
+    const bool is_problem = line != "ok" && !line.starts_with("***");
+    if (is_problem) findings.push_back({"", "the file is damaged: " + line, kRestore});
+  }
 }
 
 void check_width(const Database& database, const std::string& table, const std::string& column, size_t width,
@@ -32,22 +36,32 @@ void check_width(const Database& database, const std::string& table, const std::
   });
 }
 
+// "54 reserved", and what is no byte as it is stored.
+std::string entity_text(sqlite3_stmt* row) {
+  const std::string stored = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
+  const int id = sqlite3_column_int(row, 1);
+  const bool is_byte = sqlite3_column_type(row, 1) == SQLITE_INTEGER && id >= 0 && id <= 0xFF;
+  return is_byte ? stored + " " + entity_name(id) : stored;
+}
+
 // The map from entities to CIM classes goes from 0 to 53.
 void check_entities(const Database& database, const std::string& table, std::vector<Finding>& findings) {
   const std::string where = fmt::format("from {} where EntityID not between 0 and 53", table);
-  std::string ids;
+  const std::string each = fmt::format("select quote(EntityID), EntityID, count(*) {} group by EntityID;", where);
+  std::string entities;
   int count = 0;
-  database.query(fmt::format("select EntityID, count(*) {} group by EntityID;", where).c_str(), [&](sqlite3_stmt* row) {
-    const int id = sqlite3_column_int(row, 0);
-    ids += fmt::format("{}{} {}", ids.empty() ? "" : ", ", id, entity_name(id));
-    count += sqlite3_column_int(row, 1);
+  database.query(each.c_str(), [&](sqlite3_stmt* row) {
+    entities += (entities.empty() ? "" : ", ") + entity_text(row);
+    count += sqlite3_column_int(row, 2);
   });
   if (count == 0) return;
   findings.push_back(
       {table,
        fmt::format("column EntityID: {} outside 0 to 53, which have no CIM class: {}.",
-                   count == 1 ? "1 row has an entity" : fmt::format("{} rows have entities", count), ids),
-       fmt::format("Give them the entity that is nearest: select * {};", where)});
+                   count == 1 ? "1 row has an entity" : fmt::format("{} rows have entities", count), entities),
+       "They are in no class and in no assets. Where the server itself says so, as with the OEM entities from 208 on, "
+       "nothing is to be done; else: select * " +
+           where + ";"});
 }
 
 }  // namespace
@@ -57,10 +71,8 @@ void check_integrity(const Database& database, std::vector<Finding>& findings) {
 }
 
 void check_contents(const Database& database, const std::string& table, std::vector<Finding>& findings) {
-  NameSet columns;
-  database.query(fmt::format("select name from pragma_table_info('{}');", table).c_str(), [&](sqlite3_stmt* row) {
-    columns.insert(reinterpret_cast<const char*>(sqlite3_column_text(row, 0)));
-  });
+  const Names names = columns_of(database, table);
+  const NameSet columns(names.begin(), names.end());
   for (const auto& [column, width] : field_widths(table)) {
     if (columns.contains(column)) check_width(database, table, column, width, findings);
   }

@@ -1,6 +1,7 @@
 // Lists for spreadsheets, as RFC 4180 has it.
 #include <algorithm>
 
+#include "characters.h"
 #include "listing.h"
 
 namespace qmvctl {
@@ -10,9 +11,8 @@ namespace {
 constexpr const char* kLineEnd = "\r\n";
 
 // Line breaks may stand between quotes, which are doubled inside; other control characters may not stand anywhere.
-std::string field(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return (c < 0x20 && c != '\r' && c != '\n') || c == 0x7F; }, '.');
+std::string field(const std::string& raw) {
+  const std::string text = printable(raw, "\r\n");
   if (text.find_first_of("\",\r\n") == std::string::npos) return text;
   std::string quoted = "\"";
   for (const char c : text) quoted += c == '"' ? "\"\"" : std::string(1, c);

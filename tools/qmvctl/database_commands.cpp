@@ -33,7 +33,9 @@ Checked check_file(const std::string& file, const DatabaseKind* kind) {
     Database database = Database::open(file, kind ? *kind : kInstanceDatabase);
     return {database.file(), check(database, kind)};
   } catch (const std::runtime_error& error) {
-    return {kind && file.empty() ? kind->file : file, {{"", error.what(), "Name another file with --db."}}};
+    const std::string name = kind && file.empty() ? kind->file : file;
+    const std::string problem = std::string(error.what()).substr(name.size() + 2);  // behind "FILE: "
+    return {name, {{"", problem, "Or name another file with --db."}}};
   }
 }
 

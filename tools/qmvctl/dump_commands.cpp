@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "characters.h"
 #include "command_groups.h"
 #include "export.h"
 #include "import.h"
@@ -55,7 +56,7 @@ std::shared_ptr<DumpFiles> add_files(CLI::App& command) {
 }
 
 void print_notes(const Context& context, const std::vector<std::string>& notes) {
-  for (const std::string& note : notes) context.err << "qmvctl: note: " << note << '\n';
+  for (const std::string& note : notes) context.err << "qmvctl: note: " << printable(note) << '\n';
 }
 
 void import(const Context& context, const ImportFiles& files) {

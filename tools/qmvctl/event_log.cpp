@@ -9,11 +9,11 @@ namespace qmvctl {
 
 namespace {
 
-// The library's deletes always answer 0.
+// After a delete of the library, which always answers 0. A trigger may have kept events without an error.
 void expect_events(const Database& database, size_t count) {
-  if (count_rows(database, "sel") != count) {
-    database.fail(std::string("events cannot be deleted: ") + sqlite3_errmsg(database.handle()));
-  }
+  const bool has_error = sqlite3_errcode(database.handle()) != SQLITE_OK;
+  const std::string reason = has_error ? sqlite3_errmsg(database.handle()) : "table sel keeps them";
+  if (count_rows(database, "sel") != count) database.fail("events cannot be deleted: " + reason);
 }
 
 bool has_event(const Database& database, int32_t record_id) {

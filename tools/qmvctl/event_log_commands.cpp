@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 
 #include <ctime>
+#include <limits>
 
 #include "commands.h"
 #include "event_log.h"
@@ -83,7 +84,7 @@ void add_deleting(CLI::App& parent, Context& context) {
   add_example(*command, "qmvctl sel delete 1 2 0x1F");
   command->callback([&context, texts] {
     std::vector<int32_t> ids;
-    for (const std::string& text : *texts) ids.push_back(number_in("id", text, 1, 0xFFFE));
+    for (const std::string& text : *texts) ids.push_back(number_in("id", text, 0, std::numeric_limits<int>::max()));
     Database database = Database::open(context.file);
     delete_events(database, ids);
     report(context.out, context.form, {{"deleted", ids}}, "deleted " + counted(ids.size(), "event"));
@@ -102,7 +103,7 @@ void add_clearing(CLI::App& parent, Context& context) {
 
 void add_watch(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("watch", "Follow the event log as it grows, until ^C");
-  const auto last = std::make_shared<size_t>(10);
+  const auto last = std::make_shared<uint32_t>(10);
   command->add_option("--last", *last, "begin with the last N events, 10 when it is not given")->type_name("N");
   add_example(*command, "qmvctl watch --last 0 --json");
   command->callback([&context, last] { watch_events(Database::open(context.file), context.form, *last, context.out); });

@@ -29,7 +29,7 @@ std::vector<fru_locator_sdr_rec> fru_locators(const Database& database) {
     const auto key = [row](int column) { return sqlite3_column_int(row, column); };
     fru_locator_sdr_rec* locator = nullptr;
     if (db_get_fru_locator_sdr_info(database.handle(), key(0), key(1), key(2), key(3), &locator) != 0) {
-      database.fail("a FRU locator cannot be read");
+      fail_to_read(database, "fru_locator_sdr");
     }
     locators.push_back(*locator);
     db_freemem(locator);
@@ -123,12 +123,20 @@ Bytes encode_events(const Database& database, Notes& notes) {
   return dump;
 }
 
+// With the reason that the system gives.
+std::runtime_error failure_of(const std::string& file, int error) {
+  return std::runtime_error(file + ": " +
+                            (error == EEXIST ? "the file exists and is not touched" : std::strerror(error)));
+}
+
 void write_file(const std::string& name, const Bytes& bytes) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(name.c_str(), "wbx"), std::fclose);
-  if (!stream && errno == EEXIST) throw std::runtime_error(name + ": the file exists and is not touched");
-  const bool is_written = stream && std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) == bytes.size() &&
-                          std::fflush(stream.get()) == 0;
-  if (!is_written) throw std::runtime_error(name + ": " + std::strerror(errno));
+  std::FILE* const stream = std::fopen(name.c_str(), "wbx");
+  if (!stream) throw failure_of(name, errno);
+  int error = std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size() ? 0 : errno;
+  if (std::fclose(stream) != 0 && error == 0) error = errno;
+  if (error == 0) return;
+  std::remove(name.c_str());
+  throw failure_of(name, error);
 }
 
 }  // namespace
@@ -139,9 +147,14 @@ Exported export_files(const Database& database, const ImportFiles& files) {
   if (!files.repository.empty()) dumps.emplace_back(files.repository, encode_sensors(database, exported.notes));
   for (const FruFile& fru : files.frus) dumps.emplace_back(fru.file, encode_fru_of(database, fru.id, exported.notes));
   if (!files.event_log.empty()) dumps.emplace_back(files.event_log, encode_events(database, exported.notes));
-  for (const auto& [name, bytes] : dumps) {
-    write_file(name, bytes);
-    exported.files.push_back({name, bytes.size()});
+  try {
+    for (const auto& [name, bytes] : dumps) {
+      write_file(name, bytes);
+      exported.files.push_back({name, bytes.size()});
+    }
+  } catch (...) {
+    for (const Exported::File& written : exported.files) std::remove(written.name.c_str());
+    throw;
   }
   return exported;
 }

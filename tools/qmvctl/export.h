@@ -19,8 +19,8 @@ struct Exported {
   std::vector<std::string> notes;  // rows that an import would give otherwise
 };
 
-// Writes the files that are named. Existing files are not touched. Throws std::runtime_error when a file cannot be
-// written, a FRU is not there, or an event's generator is no byte.
+// Writes the files that are named, all or none. Existing files are not touched. Throws std::runtime_error when a file
+// cannot be written, a FRU is not there, or an event's generator is no byte.
 Exported export_files(const Database& database, const ImportFiles& files);
 
 }  // namespace qmvctl

@@ -15,6 +15,12 @@ namespace qmvctl {
 
 namespace {
 
+// The longest dumps of a server, in bytes: all record IDs with a header of 5 bytes and 255 bytes behind it, what a FRU
+// device's 16-bit offsets reach, and all event IDs with 16 bytes.
+constexpr size_t kLongestRepository = 65'535 * 260;
+constexpr size_t kLongestImage = 65'536;
+constexpr size_t kLongestEventLog = 65'534 * 16;
+
 template <class Record>
 using Owned = std::unique_ptr<Record, void (*)(void*)>;
 
@@ -32,18 +38,18 @@ bool is_equal(const Record& a, const Record& b) {
   return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
-[[noreturn]] void differ(const Database& database, const std::string& what) {
-  database.fail(what + " reads back different from what was stored; nothing is imported");
+[[noreturn]] void differ(const Database& database, const char* table) {
+  database.fail(std::string("table ") + table +
+                " reads back different from what was stored; nothing is imported (qmvctl check tells why)");
 }
 
 // Compares the rows of a table with what was stored, in any order. `comes_before` orders records by their key.
 template <class Record, class Order>
-void expect_rows(const Database& database, const std::string& what, std::vector<Record> rows,
-                 std::vector<Record> stored, Order comes_before) {
+void expect_rows(const Database& database, const char* table, std::vector<Record> rows, std::vector<Record> stored,
+                 Order comes_before) {
   std::sort(rows.begin(), rows.end(), comes_before);
   std::sort(stored.begin(), stored.end(), comes_before);
-  if (!std::equal(rows.begin(), rows.end(), stored.begin(), stored.end(), is_equal<Record>))
-    differ(database, "the table of " + what);
+  if (!std::equal(rows.begin(), rows.end(), stored.begin(), stored.end(), is_equal<Record>)) differ(database, table);
 }
 
 template <class Record>
@@ -69,15 +75,15 @@ void store_sensors(Database& database, const Inventory& inventory, Progress& pro
   database.execute("delete from compact_sdr; delete from full_sdr;");
   store_rows(database, "compact sensors", inventory.compact_sensors, db_set_compact_sdr_info, progress);
   store_rows(database, "full sensors", inventory.full_sensors, db_set_full_sdr_info, progress);
-  expect_rows(database, "compact sensors", compact_sensors(database), inventory.compact_sensors,
+  expect_rows(database, "compact_sdr", compact_sensors(database), inventory.compact_sensors,
               device_id_before<compact_sdr_rec>);
-  expect_rows(database, "full sensors", full_sensors(database), inventory.full_sensors, device_id_before<full_sdr_rec>);
+  expect_rows(database, "full_sdr", full_sensors(database), inventory.full_sensors, device_id_before<full_sdr_rec>);
 }
 
 void store_frus(Database& database, const std::vector<fru_rec>& stored, Progress& progress) {
   database.execute("delete from fru;");
   store_rows(database, "FRUs", stored, db_set_fru_info, progress);
-  expect_rows(database, "FRUs", frus(database), stored, address_before);
+  expect_rows(database, "fru", frus(database), stored, address_before);
 }
 
 void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_rec>& locators, Progress& progress) {
@@ -88,7 +94,7 @@ void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_re
       return db_get_fru_locator_sdr_info(database.handle(), locator.FruIDSlaveAddr, locator.DeviceAccessAddr,
                                          locator.LUNBusID, locator.ChannelNumber, record);
     });
-    if (!row || !is_equal(*row, locator)) differ(database, "a FRU locator");
+    if (!row || !is_equal(*row, locator)) differ(database, "fru_locator_sdr");
   }
 }
 
@@ -121,9 +127,9 @@ void store_event_log(Database& database, const EventLog& log, Progress& progress
   db_set_selinfo(database.handle(), &log.info);
   const auto info =
       read_one<sel_info_rec>([&](sel_info_rec** record) { return db_get_selinfo(database.handle(), record); });
-  if (!info || !is_equal(*info, shifted(log.info))) differ(database, "the description of the event log");
+  if (!info || !is_equal(*info, shifted(log.info))) differ(database, "sel_info");
   store_events(database, log.events, progress);
-  expect_rows(database, "events", events(database), log.events,
+  expect_rows(database, "sel", events(database), log.events,
               [](const sel_rec& a, const sel_rec& b) { return a.RecordID < b.RecordID; });
 }
 
@@ -131,7 +137,7 @@ Inventory gather(const Database& database, const ImportFiles& files) {
   Inventory inventory;
   std::optional<fru_rec> builtin_fru;
   if (!files.repository.empty()) {
-    Repository repository = decode_repository(Input::read(files.repository));
+    Repository repository = decode_repository(Input::read(files.repository, kLongestRepository));
     builtin_fru = repository.builtin_fru;
     take_repository(inventory, std::move(repository));
   } else if (!files.frus.empty()) {
@@ -139,10 +145,10 @@ Inventory gather(const Database& database, const ImportFiles& files) {
     inventory.full_sensors = full_sensors(database);
     inventory.frus = frus(database);
   }
-  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file), builtin_fru);
+  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file, kLongestImage), builtin_fru);
   tie_sensors_to_frus(inventory);
   if (!files.event_log.empty()) {
-    inventory.event_log = decode_event_log(Input::read(files.event_log));
+    inventory.event_log = decode_event_log(Input::read(files.event_log, kLongestEventLog));
     inventory.not_held.merge(inventory.event_log->not_held);
   }
   return inventory;

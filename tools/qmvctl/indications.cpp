@@ -9,8 +9,8 @@ Listing list_destinations(const Database& database) {
   Listing listing{{text_column("Name", 26, "name"), text_column("Destination", 52, "destination")},
                   {},
                   "There are no destinations."};
-  for (const auto& destination :
-       read_all<listener_destination_rec>(database, "destinations", count_first(db_get_all_listener_destination))) {
+  for (const auto& destination : read_all<listener_destination_rec>(database, "listener_destination",
+                                                                    count_first(db_get_all_listener_destination))) {
     listing.rows.push_back({{"name", text_of(destination.Name)}, {"destination", text_of(destination.Destination)}});
   }
   return listing;
@@ -22,8 +22,8 @@ Listing list_filters(const Database& database) {
                    number_column("Severity mask", 13, "severity_mask"), text_column("Query", 19, "query")},
                   {},
                   "There are no filters."};
-  for (const auto& filter :
-       read_all<indication_filter_rec>(database, "filters", count_first(db_get_all_indication_filter_cimxml))) {
+  for (const auto& filter : read_all<indication_filter_rec>(database, "indication_filter",
+                                                            count_first(db_get_all_indication_filter_cimxml))) {
     listing.rows.push_back({{"name", text_of(filter.Name)},
                             {"query", text_of(filter.Query)},
                             {"sensor_number_mask", filter.SensorNumMask},
@@ -41,7 +41,7 @@ Listing list_subscriptions(const Database& database) {
       {},
       "There are no subscriptions."};
   for (const auto& subscription : read_all<indication_subscription_rec>(
-           database, "subscriptions", count_first(db_get_all_indication_subscription))) {
+           database, "indication_subscription", count_first(db_get_all_indication_subscription))) {
     listing.rows.push_back({{"destination", text_of(subscription.DestName)},
                             {"filter", text_of(subscription.FilterName)},
                             {"sensor_number_mask", subscription.SensorNum},

@@ -1,9 +1,9 @@
 #include "input.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
+#include <memory>
 #include <numeric>
 
 namespace qmvctl {
@@ -11,11 +11,19 @@ namespace qmvctl {
 InputError::InputError(const std::string& file, size_t offset, const std::string& text)
     : std::runtime_error(file + ": offset " + std::to_string(offset) + ": " + text) {}
 
-Input Input::read(const std::string& path) {
-  errno = 0;
-  std::ifstream stream(path, std::ios::binary);
-  std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  if (!stream) throw std::runtime_error(path + ": " + (errno ? std::strerror(errno) : "cannot be read"));
+Input Input::read(const std::string& path, size_t longest) {
+  constexpr size_t kTogether = 4096;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(path.c_str(), "rb"), std::fclose);
+  std::vector<uint8_t> bytes;
+  size_t count = stream ? kTogether : 0;
+  while (count == kTogether && bytes.size() <= longest) {
+    const size_t before = bytes.size();
+    bytes.resize(before + kTogether);
+    count = std::fread(&bytes[before], 1, kTogether, stream.get());
+    bytes.resize(before + count);
+  }
+  if (!stream || std::ferror(stream.get())) throw std::runtime_error(path + ": " + std::strerror(errno));
+  if (bytes.size() > longest) throw std::runtime_error(path + ": too long for a dump");
   return {path, std::move(bytes)};
 }
 

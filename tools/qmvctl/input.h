@@ -21,8 +21,8 @@ class InputError : public std::runtime_error {
 // offset.
 class Input {
  public:
-  // Reads a whole file. Throws std::runtime_error when it cannot be read.
-  static Input read(const std::string& path);
+  // Reads a whole file. Throws std::runtime_error when it cannot be read, or is longer than so many bytes.
+  static Input read(const std::string& path, size_t longest);
 
   Input(std::string name, std::vector<uint8_t> bytes);
 

@@ -31,7 +31,7 @@ template <class Record>
 InstanceTable every_row(const char* name, const std::vector<InstanceMember>& members, auto get_all) {
   return {name, members, [=](const Database& database) {
             std::vector<Json> rows;
-            for (const Record& record : read_all<Record>(database, std::string("rows of ") + name, get_all)) {
+            for (const Record& record : read_all<Record>(database, name, get_all)) {
               rows.push_back(row_of(members, record));
             }
             return rows;

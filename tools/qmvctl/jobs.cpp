@@ -22,11 +22,11 @@ std::string job_state_name(int32_t state) {
 }
 
 std::vector<concrete_job_rec> jobs(const Database& database) {
-  return read_all<concrete_job_rec>(database, "jobs", count_first(db_get_all_concretejob));
+  return read_all<concrete_job_rec>(database, "concrete_job", count_first(db_get_all_concretejob));
 }
 
 std::vector<error_info_rec> errors(const Database& database) {
-  return read_all<error_info_rec>(database, "error records", db_get_all_error_info);
+  return read_all<error_info_rec>(database, "error_info", db_get_all_error_info);
 }
 
 // The texts of a field of all records, sorted.

@@ -2,8 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
+#include "characters.h"
 #include "text.h"
 
 namespace qmvctl {
@@ -43,16 +42,24 @@ std::string printable_text(const Column& column, const Json& row) {
   return printable(column.text(row));
 }
 
-std::string printable(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '.');
+// The library's writer escapes the control characters of ASCII below 20h only.
+std::string json_text(const Json& json, int indent) {
+  constexpr bool kAsciiOnly = false;
+  const std::string written = json.dump(indent, ' ', kAsciiOnly, Json::error_handler_t::replace);
+  std::string text;
+  for (std::string_view rest = written; !rest.empty();) {
+    const Character character = first_character(rest).value();
+    const bool is_obeyed = character.code >= 0x7F && is_control(character.code);
+    text += is_obeyed ? fmt::format("\\u{:04x}", static_cast<unsigned>(character.code))
+                      : std::string(rest.substr(0, character.length));
+    rest.remove_prefix(character.length);
+  }
   return text;
 }
 
 void print_json(std::ostream& out, const Json& json) {
   constexpr int kIndent = 2;
-  constexpr bool kAsciiOnly = false;
-  out << json.dump(kIndent, ' ', kAsciiOnly, Json::error_handler_t::replace) << '\n';  // a column may hold any bytes
+  out << json_text(json, kIndent) << '\n';
 }
 
 }  // namespace qmvctl

@@ -62,8 +62,7 @@ struct Form {
   bool is_growing = false;  // rows are to follow: columns keep their widths
 };
 
-// Texts of devices and clients for people: no control character reaches a terminal.
-std::string printable(std::string text);
+// A column's text for people: no control character reaches a terminal.
 std::string printable_text(const Column& column, const Json& row);
 
 void print_table(std::ostream& out, const Form& form, const Listing& listing);
@@ -73,6 +72,10 @@ void print_in_full(std::ostream& out, const Listing& listing);
 
 // RFC 4180: the columns of the wide table, and in front of several lists, whose columns are put together, their names.
 void print_csv(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists);
+
+// JSON as text, indented by so many places or, below 0, in one line. Control characters are escaped, and U+FFFD stands
+// for bytes that are no UTF-8.
+std::string json_text(const Json& json, int indent);
 
 void print_json(std::ostream& out, const Json& json);
 

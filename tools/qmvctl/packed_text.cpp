@@ -2,29 +2,23 @@
 
 #include <string>
 
+#include "characters.h"
 #include "text.h"
 
 namespace qmvctl {
 
 namespace {
 
-// The characters of UTF-8; nothing when it is none.
-std::optional<std::u32string> characters(std::string_view text) {
-  std::u32string characters;
-  for (size_t at = 0; at < text.size();) {
-    const auto first = static_cast<uint8_t>(text[at]);
-    const size_t length = first < 0x80 ? 1 : first >= 0xC2 && first < 0xE0 ? 2 : first >= 0xE0 && first < 0xF0 ? 3 : 0;
-    if (length == 0 || length > text.size() - at) return std::nullopt;
-    char32_t character = length == 1 ? first : first & (0x7F >> length);
-    for (size_t i = 1; i < length; ++i) {
-      const auto next = static_cast<uint8_t>(text[at + i]);
-      if ((next & 0xC0) != 0x80) return std::nullopt;
-      character = character << 6 | (next & 0x3F);
-    }
-    characters += character;
-    at += length;
+// The codes of all characters; nothing where a byte is none.
+std::optional<std::u32string> codes(std::string_view text) {
+  std::u32string codes;
+  while (!text.empty()) {
+    const auto character = first_character(text);
+    if (!character) return std::nullopt;
+    codes += character->code;
+    text.remove_prefix(character->length);
   }
-  return characters;
+  return codes;
 }
 
 // Two characters a byte, each at its place in the digits.
@@ -43,7 +37,7 @@ std::optional<Bytes> digit_pairs(std::string_view text, std::string_view digits)
 }  // namespace
 
 std::optional<Bytes> latin1_bytes(std::string_view text) {
-  const auto all = characters(text);
+  const auto all = codes(text);
   if (!all) return std::nullopt;
   Bytes bytes;
   for (const char32_t character : *all) {
@@ -54,10 +48,11 @@ std::optional<Bytes> latin1_bytes(std::string_view text) {
 }
 
 std::optional<Bytes> unicode_bytes(std::string_view text) {
-  const auto all = characters(text);
+  const auto all = codes(text);
   if (!all) return std::nullopt;
   Bytes bytes;
   for (const char32_t character : *all) {
+    if (character > 0xFFFF) return std::nullopt;
     bytes.push_back(static_cast<uint8_t>(character));
     bytes.push_back(static_cast<uint8_t>(character >> 8));
   }

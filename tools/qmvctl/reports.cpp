@@ -3,6 +3,8 @@
 #include <map>
 #include <string>
 
+#include "characters.h"
+
 namespace qmvctl {
 
 namespace {
@@ -42,10 +44,10 @@ Json to_json(const std::vector<HeadedListing>& lists) {
 
 void print_findings(std::ostream& out, const Checked& checked) {
   if (checked.findings.empty()) {
-    out << checked.file << ": nothing is wrong\n";
+    out << printable(checked.file) << ": nothing is wrong\n";
     return;
   }
-  out << checked.file << ": " << counted(checked.findings.size(), "problem") << '\n';
+  out << printable(checked.file) << ": " << counted(checked.findings.size(), "problem") << '\n';
   for (const Finding& finding : checked.findings) {
     out << "\n"
         << (finding.table.empty() ? "" : "table " + finding.table + ": ") << printable(finding.problem) << '\n'
@@ -149,7 +151,7 @@ void report(std::ostream& out, const Form& form, const std::vector<Checked>& fil
 
 void report(std::ostream& out, const Form& form, const Json& json, const std::string& text) {
   if (is_json(form)) return print_json(out, json);
-  out << text << '\n';
+  out << printable(text, "\n") << '\n';
 }
 
 void report(std::ostream& out, const Form& form, const Purged& purged) {

@@ -10,25 +10,27 @@
 
 namespace qmvctl {
 
-// Calls a get-all of the library: read(handle, &count, &records). `what` names the rows in the message of a failure.
+[[noreturn]] inline void fail_to_read(const Database& database, const std::string& table) {
+  database.fail("table " + table + " cannot be read (qmvctl check tells why)");
+}
+
+// Calls a get-all of the library: read(handle, &count, &records). The table is named in the message of a failure.
 template <class Record, class Read>
-std::vector<Record> read_all(const Database& database, const std::string& what, Read read) {
+std::vector<Record> read_all(const Database& database, const std::string& table, Read read) {
   int32_t count = 0;
   Record* records = nullptr;
   const int32_t status = read(database.handle(), &count, &records);
   std::vector<Record> rows;
   if (status == 0 && records) rows.assign(records, records + count);
   db_freemem(records);
-  if (status != 0) database.fail("the " + what + " cannot be read (status " + std::to_string(status) + ")");
+  if (status != 0) fail_to_read(database, table);
   return rows;
 }
 
 // How many rows a table has.
 inline size_t count_rows(const Database& database, const char* table) {
   int32_t count = 0;
-  if (db_get_cnt(database.handle(), &count, table) != 0) {
-    database.fail(std::string("the rows of ") + table + " cannot be counted");
-  }
+  if (db_get_cnt(database.handle(), &count, table) != 0) fail_to_read(database, table);
   return static_cast<size_t>(count);
 }
 
@@ -39,19 +41,19 @@ auto count_first(int32_t (*get_all)(sqlite3*, Record**, int32_t*)) {
 }
 
 inline std::vector<compact_sdr_rec> compact_sensors(const Database& database) {
-  return read_all<compact_sdr_rec>(database, "compact sensors", db_get_all_compact_sdrs);
+  return read_all<compact_sdr_rec>(database, "compact_sdr", db_get_all_compact_sdrs);
 }
 
 inline std::vector<full_sdr_rec> full_sensors(const Database& database) {
-  return read_all<full_sdr_rec>(database, "full sensors", db_get_all_full_sdrs);
+  return read_all<full_sdr_rec>(database, "full_sdr", db_get_all_full_sdrs);
 }
 
 inline std::vector<fru_rec> frus(const Database& database) {
-  return read_all<fru_rec>(database, "FRUs", db_get_all_fru_info);
+  return read_all<fru_rec>(database, "fru", db_get_all_fru_info);
 }
 
 inline std::vector<sel_rec> events(const Database& database) {
-  return read_all<sel_rec>(database, "events", db_get_all_sel_records);
+  return read_all<sel_rec>(database, "sel", db_get_all_sel_records);
 }
 
 }  // namespace qmvctl

@@ -57,9 +57,13 @@ void select(Listing& listing, const Keys& keys, const Selection& selection) {
            (!selection.type.empty() && !is_type(row, selection.type)) ||
            (!selection.entity.empty() && !is_entity(row, selection.entity));
   };
-  if (std::erase_if(listing.rows, is_left_out) > 0) listing.empty_text = "Nothing matches.";
-  const size_t last = selection.last.value_or(listing.rows.size());
-  if (last < listing.rows.size()) listing.rows.erase(listing.rows.begin(), listing.rows.end() - static_cast<int>(last));
+  size_t left_out = std::erase_if(listing.rows, is_left_out);
+  if (selection.last && *selection.last < listing.rows.size()) {
+    const size_t older = listing.rows.size() - *selection.last;
+    listing.rows.erase(listing.rows.begin(), listing.rows.begin() + static_cast<std::ptrdiff_t>(older));
+    left_out += older;
+  }
+  if (left_out > 0) listing.empty_text = "Nothing matches.";
 }
 
 }  // namespace qmvctl

@@ -2,6 +2,7 @@
 #ifndef QMVCTL_SELECTION_H
 #define QMVCTL_SELECTION_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,9 +25,9 @@ struct Keys {
 // lower case are alike.
 struct Selection {
   std::string id;
-  std::string type;            // code or name: "1", "temperature"
-  std::string entity;          // "7", "7.1" or a name
-  std::optional<size_t> last;  // so many of what else is asked for
+  std::string type;              // code or name: "1", "temperature"
+  std::string entity;            // "7", "7.1" or a name
+  std::optional<uint32_t> last;  // so many of what else is asked for
 };
 
 // The number that a text is; nothing when it is none.

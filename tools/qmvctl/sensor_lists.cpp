@@ -80,11 +80,10 @@ std::vector<PowerSupply> power_supplies_of(const Database& database) {
       }
     }
   };
-  take(read_all<compact_sdr_rec>(database, "compact sensors",
-                                 [](sqlite3* db, int32_t* count, compact_sdr_rec** records) {
-                                   return db_get_all_compact_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
-                                 }));
-  take(read_all<full_sdr_rec>(database, "full sensors", [](sqlite3* db, int32_t* count, full_sdr_rec** records) {
+  take(read_all<compact_sdr_rec>(database, "compact_sdr", [](sqlite3* db, int32_t* count, compact_sdr_rec** records) {
+    return db_get_all_compact_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
+  }));
+  take(read_all<full_sdr_rec>(database, "full_sdr", [](sqlite3* db, int32_t* count, full_sdr_rec** records) {
     return db_get_all_full_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
   }));
   std::vector<PowerSupply> supplies;
@@ -112,13 +111,12 @@ Listing list_sensors(const Database& database) {
 }
 
 Listing list_processors(const Database& database) {
-  return list_components(read_all<compact_sdr_rec>(database, "processors", db_get_all_processor),
+  return list_components(read_all<compact_sdr_rec>(database, "compact_sdr", db_get_all_processor),
                          "There are no processors.");
 }
 
 Listing list_memory(const Database& database) {
-  return list_components(read_all<compact_sdr_rec>(database, "memory sensors", db_get_all_memory),
-                         "There is no memory.");
+  return list_components(read_all<compact_sdr_rec>(database, "compact_sdr", db_get_all_memory), "There is no memory.");
 }
 
 Listing list_power_supplies(const Database& database) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "characters.h"
 #include "listing.h"
 #include "text.h"
 
@@ -21,10 +22,24 @@ size_t places(const std::string& text) {
   return 2 * text.size() - fmt::formatted_size("{:{}}", text, text.size());
 }
 
+// What of a text goes into so many places. East Asian characters take two of them.
+std::string cut(std::string_view text, size_t width) {
+  std::string beginning;
+  size_t used = 0;
+  while (const auto character = first_character(text)) {
+    const std::string next(text.substr(0, character->length));
+    used += places(next);
+    if (used > width) break;
+    beginning += next;
+    text.remove_prefix(character->length);
+  }
+  return beginning;
+}
+
 // A text in so many places: padded, or cut with a mark at its end.
 std::string fitted(const std::string& text, size_t width, Column::Align align) {
-  if (places(text) > width) return fmt::format("{:.{}}{}", text, width - 1, kCutMark);
-  return align == Column::Align::kLeft ? fmt::format("{:<{}}", text, width) : fmt::format("{:>{}}", text, width);
+  const std::string cell = places(text) > width ? cut(text, width - 1) + kCutMark : text;
+  return align == Column::Align::kLeft ? fmt::format("{:<{}}", cell, width) : fmt::format("{:>{}}", cell, width);
 }
 
 std::string coloured(const std::string& cell) {

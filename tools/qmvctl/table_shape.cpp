@@ -4,6 +4,7 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <cctype>
 #include <iterator>
 #include <map>
 
@@ -58,6 +59,17 @@ bool are_last(const Names& names, const Names& all) {
   return std::equal(names.rbegin(), names.rend(), all.rbegin(), is_same);
 }
 
+// A name as SQL takes it: between quotes unless it is a plain one.
+std::string quoted(const std::string& name) {
+  const auto is_plain = [](unsigned char c) { return std::isalnum(c) || c == '_'; };
+  const bool is_number = std::isdigit(static_cast<unsigned char>(name.front()));
+  const bool is_keyword = sqlite3_keyword_check(name.c_str(), static_cast<int>(name.size()));
+  if (std::all_of(name.begin(), name.end(), is_plain) && !is_number && !is_keyword) return name;
+  std::string text = "\"";
+  for (const char c : name) text += c == '"' ? "\"\"" : std::string(1, c);
+  return text + '"';
+}
+
 std::string renewal(const DatabaseKind& kind) {
   return fmt::format(
       "Create a new database (qmvctl init {} --db NEW) and copy the rows over by the names of their columns.",
@@ -76,7 +88,7 @@ void take_renamed(const TableShape& table, const TableShape& reference, Names& m
     missing = without(missing, {expected});
     added = without(added, {found});
     findings.push_back({table.name, fmt::format("column {} is called {}: rows cannot be stored.", expected, found),
-                        fmt::format("alter table {} rename column {} to {};", table.name, found, expected)});
+                        fmt::format("alter table {} rename column {} to {};", table.name, quoted(found), expected)});
   }
 }
 
@@ -97,7 +109,7 @@ void compare_names(const TableShape& table, const TableShape& reference, const D
                              : "between the others: each column behind is read into the field of the one after.";
     std::string advice = "If nothing else needs it:";
     for (const std::string& column : added)
-      advice += fmt::format(" alter table {} drop column {};", table.name, column);
+      advice += fmt::format(" alter table {} drop column {};", table.name, quoted(column));
     findings.push_back({table.name, columns_are(added) + "added " + effect, advice});
   }
 }
@@ -151,9 +163,17 @@ NameSet tables_of(const Database& database) {
   return set_of(names_of(database, "select name from sqlite_master where type = 'table';"));
 }
 
+NameSet views_of(const Database& database) {
+  return set_of(names_of(database, "select name from sqlite_master where type = 'view';"));
+}
+
+Names columns_of(const Database& database, const std::string& table) {
+  return names_of(database,
+                  fmt::format("select name from pragma_table_xinfo('{}') where hidden <> 1 order by cid;", table));
+}
+
 TableShape shape_of(const Database& database, const std::string& table) {
-  TableShape shape{
-      table, names_of(database, fmt::format("select name from pragma_table_info('{}') order by cid;", table)), {}};
+  TableShape shape{table, columns_of(database, table), {}};
   const Names key = names_of(database, fmt::format("select name from pragma_table_info('{}') where pk > 0;", table));
   if (!key.empty()) shape.keys.insert(set_of(key));
   std::map<std::string, NameSet> indexes;

@@ -25,6 +25,11 @@ struct TableShape {
 };
 
 NameSet tables_of(const Database& database);
+NameSet views_of(const Database& database);
+
+// The columns that "select *" yields, which are also the generated ones.
+Names columns_of(const Database& database, const std::string& table);
+
 TableShape shape_of(const Database& database, const std::string& table);
 
 // The tables that a database of that kind has to have.

@@ -9,8 +9,8 @@ struct Terminal {
   bool has_progress = false;  // on standard error
 };
 
-// Terminals show both, files nothing. NO_COLOR in the environment, unless it is empty, and terminals that call
-// themselves dumb mean no colours.
+// Terminals show both, files and terminals that call themselves dumb nothing. NO_COLOR in the environment, unless it is
+// empty, means no colours.
 Terminal terminal_of(bool out_is_terminal, bool err_is_terminal);
 
 }  // namespace qmvctl

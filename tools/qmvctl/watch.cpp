@@ -1,10 +1,12 @@
 #include "watch.h"
 
+#include <sys/stat.h>
 #include <time.h>
 
 #include <csignal>
 #include <cstddef>
 #include <map>
+#include <utility>
 
 #include "commands.h"
 #include "reports.h"
@@ -15,13 +17,14 @@ namespace {
 
 volatile std::sig_atomic_t is_interrupted = 0;
 
-// While it lives, an interrupt sets the flag and ends a sleep in place of the process.
+// While it lives, the first interrupt sets the flag and ends a sleep in place of the process.
 class InterruptHandler {
  public:
   InterruptHandler() {
     is_interrupted = 0;
     struct sigaction action {};
     action.sa_handler = [](int) { is_interrupted = 1; };
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigaction(SIGINT, &action, &former_);
   }
   InterruptHandler(const InterruptHandler&) = delete;
@@ -37,11 +40,23 @@ void sleep_until_next_look() {
   nanosleep(&kHalfASecond, nullptr);
 }
 
+// However long another process locks the file, the log is followed on afterwards.
+int wait_unless_interrupted(void*, int) {
+  if (!is_interrupted) sleep_until_next_look();
+  return !is_interrupted;
+}
+
 // Changes with every commit of another connection.
 int data_version(const Database& database) {
   int version = 0;
   database.query("pragma data_version;", [&](sqlite3_stmt* row) { version = sqlite3_column_int(row, 0); });
   return version;
+}
+
+// Which file a name means: what is stored in another one of that name is not seen.
+std::pair<dev_t, ino_t> identity_of(const std::string& file) {
+  struct stat found {};
+  return stat(file.c_str(), &found) == 0 ? std::pair(found.st_dev, found.st_ino) : std::pair(dev_t{}, ino_t{});
 }
 
 class Follower {
@@ -67,8 +82,9 @@ class Follower {
  private:
   void print(const Listing& events) {
     if (events.rows.empty()) return;
+    constexpr int kInOneLine = -1;
     if (form_.kind == Form::Kind::kJson) {
-      for (const Json& row : events.rows) out_ << row.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+      for (const Json& row : events.rows) out_ << json_text(row, kInOneLine) << '\n';
     } else {
       report(out_, form_, events);
       form_.has_heads = false;
@@ -81,21 +97,32 @@ class Follower {
   std::map<Json, Json> known_;  // rows by record ID
 };
 
-}  // namespace
-
-void watch_events(const Database& database, const Form& form, size_t last, std::ostream& out) {
-  const InterruptHandler handler;
+void follow(const Database& database, const Form& form, size_t last, std::ostream& out) {
   Follower follower(form, out);
+  const auto identity = identity_of(database.file());
   int version = data_version(database);
   Listing events = list_events(database);
   const size_t count = events.rows.size();
   follower.show(std::move(events), count - std::min(last, count));
   while (!is_interrupted && out) {
     sleep_until_next_look();
+    if (identity_of(database.file()) != identity) database.fail("the file was replaced");
     const int now = data_version(database);
     if (now == version) continue;
     version = now;
     follower.show(list_events(database), 0);
+  }
+}
+
+}  // namespace
+
+void watch_events(const Database& database, const Form& form, size_t last, std::ostream& out) {
+  const InterruptHandler handler;
+  sqlite3_busy_handler(database.handle(), wait_unless_interrupted, nullptr);
+  try {
+    follow(database, form, last, out);
+  } catch (const std::runtime_error&) {
+    if (!is_interrupted) throw;  // it was, while the file was locked
   }
 }
 
