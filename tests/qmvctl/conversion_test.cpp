@@ -147,7 +147,7 @@ TEST(Names, OfEventStatesSayHowBadTheyAre) {
   EXPECT_EQ(event_state(0x01, 0x02, 7, false), "Warning");
   EXPECT_EQ(event_state(0x01, 0x02, 9, false), "Critical");
   EXPECT_EQ(event_state(0x01, 0x02, 9, kIsDeasserted), "Nominal");
-  EXPECT_EQ(event_state(0x0B, 0x08, 0, kIsDeasserted), "");
+  EXPECT_EQ(event_state(0x0B, 0x08, 0, kIsDeasserted), "Ended");
   EXPECT_EQ(event_state(0x07, 0x02, 0, false), "Nominal");
   EXPECT_EQ(event_state(0x0B, 0x08, 1, false), "Critical");
   EXPECT_EQ(event_state(0x6F, 0x0C, 0, false), "Warning");

@@ -7,7 +7,7 @@
 
 #include "command_test.h"
 #include "packed_text.h"
-#include "processes/child.h"
+#include "support/child.h"
 #include "text.h"
 
 namespace qmvctl::test {

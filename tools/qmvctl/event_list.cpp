@@ -18,7 +18,6 @@ namespace qmvctl {
 namespace {
 
 constexpr int32_t kThresholdEvents = 1;
-constexpr const char* kDeasserted = "deasserted";
 
 // Sensors by owner ID and number, as an event names its sensor. The event's owner LUN is not kept, so the first one
 // counts.
@@ -84,11 +83,6 @@ std::string generator_text(const Json& row) {
   return digits.empty() ? "" : digits + "h";
 }
 
-// People see first whether a state begins or ends.
-std::string state_text(const Json& row) {
-  return row["direction"] == kDeasserted ? "Deasserted" : row["state"].get<std::string>();
-}
-
 Json to_json(const sel_rec& event, const KnownSensors& sensors) {
   const std::string generator(text_of(event.GeneratorID));
   const KnownSensors::Key key{static_cast<int32_t>(std::strtol(generator.c_str(), nullptr, 16)), event.SensorNum};
@@ -109,7 +103,7 @@ Json to_json(const sel_rec& event, const KnownSensors& sensors) {
       {"sensor_name", name == sensors.names.end() ? Json(nullptr) : Json(name->second)},
       {"event_type", event.EventType},
       {"event", event_name(event.EventType, event.SensorType, event.EventData1 & 0xF)},
-      {"direction", event.EventDir ? kDeasserted : "asserted"},
+      {"direction", event.EventDir ? "deasserted" : "asserted"},
       {"state", event_state(event.EventType, event.SensorType, event.EventData1 & 0xF, event.EventDir != 0)},
       {"data", {event.EventData1, event.EventData2, event.EventData3}},
       {"reading", converted(sensor, event.EventData1 >> 6 & 3, event.EventData2)},
@@ -130,9 +124,9 @@ Listing list_events(const Database& database) {
                    byte_column("Number", kWide, "sensor_number"),
                    {"Sensor", 15, sensor_text},
                    byte_column("Event type", kInFull, "event_type"),
-                   text_column("Event", 23, "event"),
+                   text_column("Event", 25, "event"),
                    text_column("Direction", kWide, "direction"),
-                   {"State", 10, state_text},
+                   text_column("State", 8, "state"),
                    {"Data", kWide, data_text},
                    {"Reading", kWide, reading_text},
                    number_column("Message revision", kInFull, "message_revision")},

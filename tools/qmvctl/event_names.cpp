@@ -206,7 +206,7 @@ std::string event_name(int32_t event_type, int32_t sensor_type, int32_t state) {
 std::string event_state(int32_t event_type, int32_t sensor_type, int32_t state, bool is_deasserted) {
   const auto known = find_state(event_type, sensor_type, state);
   if (!known) return "";
-  if (is_deasserted) return known->level == 'N' ? "" : "Nominal";
+  if (is_deasserted) return known->level == 'N' ? "Ended" : "Nominal";
   if (known->level == 'N') return "Nominal";
   return known->level == 'W' ? "Warning" : "Critical";
 }
