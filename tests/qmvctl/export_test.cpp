@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <map>
+#include <set>
 #include <sstream>
 
 #include "command_test.h"
@@ -104,6 +106,28 @@ TEST_F(Export, PutsSensorsOfASharedRecordTogether) {
   expect_same_again({}, false);
 }
 
+TEST_F(Export, GivesEveryRecordAnIdOfItsOwn) {
+  import({"--sdr", std::string(QMVCTL_SAMPLES) + "/server.sdr"});
+  on_database({"export", "--sdr", path("out.sdr")});
+  std::ifstream stream(path("out.sdr"), std::ios::binary);
+  const Bytes dump(std::istreambuf_iterator<char>(stream), {});
+  std::set<int> ids;
+  size_t records = 0;
+  for (size_t at = 0; at < dump.size(); at += 5 + dump[at + 4], ++records) ids.insert(dump[at] | dump[at + 1] << 8);
+  EXPECT_EQ(records, rows({"sensors"}).size() + rows({"fru"}).size());
+  EXPECT_EQ(ids.size(), records);
+}
+
+TEST_F(Export, KeepsTheEntityOfFruZeroThatTheControllersRecordGives) {
+  Bytes controller = numbered_record(0x12, 15, ascii_field("BMC"));
+  controller[5] = 0x20;
+  controller[8] = 0x08;
+  const std::string image = file("fru", fru_image({}, board_area(ascii_field("Maker")), {}));
+  import({"--sdr", file("one.sdr", compact_record() + controller), "--fru", "0=" + image});
+  EXPECT_EQ(sql("select DevIdStr || EntityID from fru;"), "BMC76");
+  expect_same_again({0}, false);
+}
+
 TEST_F(Export, NotesSensorsThatNoLongerSayWhatTheirRecordSaid) {
   Bytes shared = compact_record(ascii_field("Fan"));
   shared[23] = 0x02;
@@ -170,7 +194,7 @@ TEST_F(Export, ThatIsCutOffLeavesNoFile) {
 TEST_F(Export, KeepsStringsThatNeedAnotherEncoding) {
   const std::map<std::string, std::string> texts = {
       {"ProdPartNumber", "a"},                                      // looks like the end of fields
-      {"ProdSerNumber", std::string(64, 'A')},                      // six bits a character
+      {"ProdSerNumber", std::string(64, 'Z')},                      // six bits a character
       {"BrdPartNumber", std::string(126, '7')},                     // two digits a byte
       {"BrdSerNumber", "\u20AC"},                                   // Unicode
       {"ChassisCustFields", "one, two, " + std::string(100, 'B')},  // two hexadecimal digits a byte

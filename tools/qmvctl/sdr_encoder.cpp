@@ -21,8 +21,7 @@ Bytes encode(const Record& record, const Field<Record> (&fields)[Count], uint8_t
   Bytes text = latin1_bytes(name).value_or(Bytes(name.begin(), name.end()));
   const size_t length = std::max(text.size(), static_cast<size_t>(std::max(name_length, 0)));
   text.resize(std::min(length, kLongestName));
-  // A Unicode name is not decoded: its length alone is known.
-  bytes[id_offset] = static_cast<uint8_t>((name.empty() ? 0 : kEightBit) | text.size());
+  bytes[id_offset] = static_cast<uint8_t>(kEightBit | text.size());
   bytes.insert(bytes.end(), text.begin(), text.end());
   bytes[2] = kRecordVersion;
   bytes[3] = type;
