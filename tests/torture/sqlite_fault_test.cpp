@@ -27,12 +27,15 @@ class SqliteFault : public Torture {
     alone([&] {
       const Trial healthy = learned();
       for (int nth = 1; !HasFailure(); ++nth) {
+        Lines said;
         for (const int code : codes) {
           SCOPED_TRACE("call " + std::to_string(nth) + " answers " + std::to_string(code));
           const Trial trial = tried([&] { boundary().*calls = {{nth, code}}; });
           if (!(boundary().*calls).empty()) return expect_all_met(ends, nth - 1);
           expect_end(end_of(ends, nth), code, trial);
           EXPECT_EQ(errors(nth), trial.errors());
+          if (code == codes.front()) said = trial.log;
+          EXPECT_EQ(said, trial.log) << "whatever the code";
           expect_whole_statements();
           put_back();
           expect_works_as(healthy);
