@@ -70,6 +70,15 @@ class FilesTest : public ProcessesTest {
     std::int32_t count = -1;
     EXPECT_EQ(1, assoc_get_global_data(&associations, &count));
     EXPECT_EQ(1, get_association_data(&associations, "select * from association", &count));
+    char** names = nullptr;
+    EXPECT_EQ(1, get_all_ps_from_db(&names, &count));
+    association_reg_rec* plugins = nullptr;
+    EXPECT_EQ(1, load_plugins(&plugins, &count, "/etc/Association.db"));
+    column_name_node* columns = nullptr;
+    EXPECT_EQ(1, GetColumnNames(&columns, "/tmp/cim.db", "sel"));
+    char value[256] = "";
+    EXPECT_EQ(1, GetColumnValues("/tmp/cim.db", value, "1", "sel", 1));
+    EXPECT_EQ(1, get_static_instances("/tmp/cim.db", &count, value));
   }
 
   // Gives up root's right to ignore permissions. Returns whether there is a user who lacks it.
