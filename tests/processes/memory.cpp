@@ -59,7 +59,16 @@ void refuse_blocks_of(std::size_t size) {
 
 }  // namespace qmv::test
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// Known by other names to each compiler.
+#ifdef __has_feature
+#define QMV_HAS_SANITIZER (__has_feature(address_sanitizer) || __has_feature(thread_sanitizer))
+#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define QMV_HAS_SANITIZER 1
+#else
+#define QMV_HAS_SANITIZER 0
+#endif
+
+#if !QMV_HAS_SANITIZER
 extern "C" {
 
 void* __libc_calloc(std::size_t count, std::size_t size);

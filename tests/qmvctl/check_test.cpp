@@ -121,9 +121,12 @@ TEST_F(Check, FindsGeneratedColumns) {
 }
 
 TEST_F(Check, AdvisesStatementsThatRunWithAnyName) {
-  sql("alter table sel add column \"a \"\"b\"\"\" text; alter table role add column \"order\" text;");
+  sql("alter table sel add column \"a \"\"b\"\"\" text; alter table role add column \"order\" text;"
+      "alter table device add column \"\" text;");
   sql("alter table fru rename column DevIdStr to \"1st; name\";");
-  for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {
+  const Json findings = Json::parse(on_database({"check", "--json"}).out);
+  EXPECT_EQ(findings.size(), 4u);
+  for (const Json& finding : findings) {
     const std::string advice = finding.at("advice");
     sql(advice.substr(advice.find("alter")));
   }
@@ -244,7 +247,7 @@ TEST_F(Check, OfAMissingFileSaysSo) {
   EXPECT_EQ(outcome.out, database() +
                              ": 1 problem\n\n"
                              "No such file or directory (qmvctl init cim creates it)\n"
-                             "  Or name another file with --db.\n");
+                             "  Name another file with --db, or see to this one.\n");
   EXPECT_FALSE(std::filesystem::exists(database()));
 }
 

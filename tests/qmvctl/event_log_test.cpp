@@ -235,7 +235,7 @@ TEST_F(Watch, EndsWhenAnotherFileTakesThePlace) {
   line(out);
   std::filesystem::rename(database(), path("former.db"));
   on_database({"init"});
-  EXPECT_EQ(line(out), "qmvctl: " + database() + ": the file was replaced");
+  EXPECT_EQ(line(out), "qmvctl: " + database() + ": the file was replaced or removed");
   child.wait_for_end();
 }
 

@@ -1,6 +1,6 @@
 // Processes of a test's own.
-#ifndef QMV_TESTS_PROCESSES_CHILD_H
-#define QMV_TESTS_PROCESSES_CHILD_H
+#ifndef QMV_TESTS_SUPPORT_CHILD_H
+#define QMV_TESTS_SUPPORT_CHILD_H
 
 #include <sys/mman.h>
 #include <unistd.h>

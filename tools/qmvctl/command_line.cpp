@@ -31,7 +31,7 @@ void add_form_options(CLI::App& app, Form& form) {
 // What is wrong with the command line. CLI11 does not name a word that is no command.
 std::string usage_error(const CLI::App* app, const CLI::Error& error) {
   const std::vector<std::string> words = app->remaining();
-  const bool is_unknown = error.get_name() == "RequiredError" && !words.empty();
+  const bool is_unknown = error.get_name() == "RequiredError" && !words.empty() && !words.front().starts_with('-');
   const std::string text = is_unknown ? words.front() + " is no command" : error.what();
   return "qmvctl: " + printable(text, "\n") + "\nRun with --help for more information.\n";
 }

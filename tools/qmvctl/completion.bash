@@ -5,7 +5,7 @@ _qmvctl_words() {
   qmvctl "$@" --help 2>/dev/null | awk '
     /^(Subcommands|Tables|Classes):/ { is_list = 1; next }
     /^$/ { is_list = 0 }
-    /^  database / { gsub(/.*{|}.*/, ""); gsub(",", " "); print }
+    /^  database / { gsub(/.*[{]|[}].*/, ""); gsub(",", " "); print }
     is_list { print $1 }
     /^  -/ { gsub(",", " ", $1); print $1 }'
 }

@@ -35,7 +35,7 @@ Checked check_file(const std::string& file, const DatabaseKind* kind) {
   } catch (const std::runtime_error& error) {
     const std::string name = kind && file.empty() ? kind->file : file;
     const std::string problem = std::string(error.what()).substr(name.size() + 2);  // behind "FILE: "
-    return {name, {{"", problem, "Or name another file with --db."}}};
+    return {name, {{"", problem, "Name another file with --db, or see to this one."}}};
   }
 }
 

@@ -3,9 +3,8 @@
 #include <fmt/format.h>
 
 #include <chrono>
-#include <cstdio>
 #include <fstream>
-#include <memory>
+#include <optional>
 #include <string_view>
 #include <thread>
 
@@ -17,36 +16,38 @@ namespace {
 
 constexpr int kPatienceMilliseconds = 1000;
 
-// The bytes of the file on which SQLite has its locks where a rollback journal is used: that of the one writer, and that
-// of all who read.
-struct Bytes {
+// The bytes of the file on which SQLite has its locks where a rollback journal is used: that of the one writer, and
+// that of all who read.
+struct LockRange {
   off_t start;
   off_t length;
 };
-constexpr Bytes kWriting{0x40000001, 1};
-constexpr Bytes kReading{0x40000002, 510};
+constexpr LockRange kWriting{0x40000001, 1};
+constexpr LockRange kReading{0x40000002, 510};
 
-// A process that holds a lock on these bytes, 0 when there is none or it cannot be told. Asked while this process holds
-// no lock, since closing the file releases all.
-pid_t holder_of(const Bytes& bytes, const std::string& file) {
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(file.c_str(), "rb"), std::fclose);
-  if (!stream) return 0;
+// Opens a file for good: closing any descriptor of it would release the locks that SQLite has through its own.
+int descriptor_of(const std::string& file) {
+  return open(file.c_str(), O_RDONLY | O_CLOEXEC);
+}
+
+// A process that holds a lock on this range, 0 for one that cannot be named from within this container.
+std::optional<pid_t> holder_of(const LockRange& range, int descriptor) {
   struct flock lock {};
   lock.l_type = F_WRLCK;
   lock.l_whence = SEEK_SET;
-  lock.l_start = bytes.start;
-  lock.l_len = bytes.length;
-  const bool is_held = fcntl(fileno(stream.get()), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
-  return is_held ? lock.l_pid : 0;
+  lock.l_start = range.start;
+  lock.l_len = range.length;
+  const bool is_held = fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+  return is_held ? std::optional(lock.l_pid) : std::nullopt;
 }
 
-// The process that does not end its reading, 0 when each one does.
-pid_t lasting_reader_of(const std::string& file) {
+// A process that reads whenever somebody looks: its reading does not end, or the next begins at once.
+std::optional<pid_t> lasting_reader_of(int descriptor) {
   constexpr int kLooks = 20;
-  const pid_t reader = holder_of(kReading, file);
-  for (int look = 0; look < kLooks; ++look) {
-    if (reader == 0 || holder_of(kReading, file) != reader) return 0;
+  const std::optional<pid_t> reader = holder_of(kReading, descriptor);
+  for (int look = 0; reader && look < kLooks; ++look) {
     std::this_thread::sleep_for(std::chrono::milliseconds(kPatienceMilliseconds / kLooks));
+    if (holder_of(kReading, descriptor) != reader) return std::nullopt;
   }
   return reader;
 }
@@ -65,7 +66,7 @@ std::string process_name(pid_t process) {
   if (process <= 0) return "another process";
   std::string name;
   std::getline(std::ifstream(fmt::format("/proc/{}/comm", process)), name);
-  return fmt::format("process {} ({})", process, name);
+  return fmt::format("process {}", process) + (name.empty() ? "" : " (" + name + ")");
 }
 
 }  // namespace
@@ -74,11 +75,12 @@ void check_locks(const Database& database, std::vector<Finding>& findings) {
   sqlite3_busy_timeout(database.handle(), kPatienceMilliseconds);
   const int status = sqlite3_exec(database.handle(), "begin immediate; rollback;", nullptr, nullptr, nullptr);
   std::string holder;
+  const int descriptor = descriptor_of(database.file());
   if (status == SQLITE_BUSY) {
-    holder = process_name(holder_of(kWriting, database.file())) + " has held the write lock";
+    holder = process_name(holder_of(kWriting, descriptor).value_or(0)) + " has held the write lock";
   } else if (status == SQLITE_OK && !has_write_ahead_log(database)) {
-    const pid_t reader = lasting_reader_of(database.file());
-    if (reader != 0) holder = process_name(reader) + " has held a read lock";
+    const std::optional<pid_t> reader = lasting_reader_of(descriptor);
+    if (reader) holder = process_name(*reader) + " has held a read lock";
   }
   if (holder.empty()) return;
   findings.push_back({"", holder + " for a second: nobody else can store anything.",

@@ -27,8 +27,8 @@ int32_t cim_sensor_type(int32_t sensor_type, int32_t base_unit);
 // What an event says (tables 42-2 and 42-3): "Upper Critical going high". States without a name come as "state 5".
 std::string event_name(int32_t event_type, int32_t sensor_type, int32_t state);
 
-// How bad that is: Nominal, Warning or Critical; "" for a state without a name. What ends a bad state is Nominal; what ends a
-// nominal one, Ended, since it does not say what follows.
+// How bad that is: Nominal, Warning or Critical; "" for a state without a name. What ends a bad state is Nominal; what
+// ends a nominal one, Ended, since it does not say what follows.
 std::string event_state(int32_t event_type, int32_t sensor_type, int32_t state, bool is_deasserted);
 
 }  // namespace qmvctl

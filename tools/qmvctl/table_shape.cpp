@@ -62,9 +62,10 @@ bool are_last(const Names& names, const Names& all) {
 // A name as SQL takes it: between quotes unless it is a plain one.
 std::string quoted(const std::string& name) {
   const auto is_plain = [](unsigned char c) { return std::isalnum(c) || c == '_'; };
-  const bool is_number = std::isdigit(static_cast<unsigned char>(name.front()));
+  const bool is_number = !name.empty() && std::isdigit(static_cast<unsigned char>(name.front()));
   const bool is_keyword = sqlite3_keyword_check(name.c_str(), static_cast<int>(name.size()));
-  if (std::all_of(name.begin(), name.end(), is_plain) && !is_number && !is_keyword) return name;
+  const bool is_word = !name.empty() && std::all_of(name.begin(), name.end(), is_plain);
+  if (is_word && !is_number && !is_keyword) return name;
   std::string text = "\"";
   for (const char c : name) text += c == '"' ? "\"\"" : std::string(1, c);
   return text + '"';

@@ -17,14 +17,14 @@ namespace {
 
 volatile std::sig_atomic_t is_interrupted = 0;
 
-// While it lives, the first interrupt sets the flag and ends a sleep in place of the process.
+// While it lives, the first interrupt sets the flag and ends a sleep in place of the process; it does not fail a write.
 class InterruptHandler {
  public:
   InterruptHandler() {
     is_interrupted = 0;
     struct sigaction action {};
     action.sa_handler = [](int) { is_interrupted = 1; };
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     sigaction(SIGINT, &action, &former_);
   }
   InterruptHandler(const InterruptHandler&) = delete;
@@ -106,7 +106,7 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
   follower.show(std::move(events), count - std::min(last, count));
   while (!is_interrupted && out) {
     sleep_until_next_look();
-    if (identity_of(database.file()) != identity) database.fail("the file was replaced");
+    if (identity_of(database.file()) != identity) database.fail("the file was replaced or removed");
     const int now = data_version(database);
     if (now == version) continue;
     version = now;
