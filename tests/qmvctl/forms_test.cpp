@@ -207,6 +207,15 @@ TEST_F(Selections, ShowOneRecordInFull) {
   EXPECT_EQ(on_database({"sensors", "show", "Board", "--csv"}).out.rfind("DeviceID,Name,", 0), 0u);
 }
 
+TEST_F(Selections, ShowOneInstanceInFull) {
+  sql("insert into boot_order values ('Disk', 2, 1), ('Net', 10, 0);");
+  EXPECT_EQ(on_database({"instances", "boot_order", "net"}).out,
+            "InstanceID       : Net\n"
+            "AssignedSequence : 10\n"
+            "isHost           : 0\n");
+  EXPECT_EQ(on_database({"instances", "boot_order", "tape"}).status, 1);
+}
+
 TEST_F(Selections, ShowOfAMissingRecordFails) {
   const Outcome outcome = on_database({"sensors", "show", "Bord"});
   EXPECT_EQ(outcome.status, 1);

@@ -6,22 +6,16 @@ namespace qmvctl {
 
 namespace {
 
-// A record that is asked for by its name must be there.
 void add_show(CLI::App& parent, Context& context, const ListCommand& list) {
   CLI::App* command = add_subcommand(parent, "show", "Show one record in full");
-  const auto selection = std::make_shared<Selection>();
-  command->add_option("id", selection->id, "ID or name of the record")->type_name("ID")->required();
+  const auto id = std::make_shared<std::string>();
+  command->add_option("id", *id, "ID or name of the record")->type_name("ID")->required();
   std::string path;
   for (const CLI::App* each = command; each; each = each->get_parent()) path = each->get_name() + " " + path;
   add_example(*command, path + list.keys.id_example);
-  command->callback([&context, selection, list] {
+  command->callback([&context, id, list] {
     const Database database = Database::open(context.file, list.kind);
-    Listing listing = list.list(database);
-    select(listing, list.keys, *selection);
-    if (listing.rows.empty()) database.fail("there is no record " + selection->id);
-    Form form = context.form;
-    if (form.kind == Form::Kind::kTable) form.kind = Form::Kind::kInFull;
-    report(context.out, form, listing);
+    show_record(context, database, list.list(database), list.keys, *id);
   });
 }
 
@@ -47,6 +41,15 @@ std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys) {
   }
   if (keys.has_order) command.add_option("--last", selection->last, "the last N of these alone")->type_name("N");
   return selection;
+}
+
+void show_record(const Context& context, const Database& database, Listing listing, const Keys& keys,
+                 const std::string& id) {
+  select(listing, keys, {.id = id});
+  if (listing.rows.empty()) database.fail("there is no record " + id);
+  Form form = context.form;
+  if (form.kind == Form::Kind::kTable) form.kind = Form::Kind::kInFull;
+  report(context.out, form, listing);
 }
 
 void add_example(CLI::App& command, const std::string& example) {

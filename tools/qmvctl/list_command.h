@@ -29,6 +29,10 @@ CLI::App* add_subcommand(CLI::App& parent, const char* name, const char* descrip
 // Adds the options that select rows by these keys.
 std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys);
 
+// Shows a record in full. It is asked for by its name, so it must be there.
+void show_record(const Context& context, const Database& database, Listing listing, const Keys& keys,
+                 const std::string& id);
+
 // The end of a command's help.
 void add_example(CLI::App& command, const std::string& example);
 

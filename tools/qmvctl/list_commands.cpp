@@ -71,12 +71,16 @@ void add_assets(CLI::App& app, Context& context) {
   command->callback([&context, asset_class] { show_assets(context, *asset_class); });
 }
 
-void show_instances(const Context& context, const std::string& table, const Selection& selection) {
-  auto listing = list_instances(Database::open(context.file), table);
+void show_instances(const Context& context, const std::string& table, const std::string& id,
+                    const Selection& selection) {
+  const Database database = Database::open(context.file);
+  auto listing = list_instances(database, table);
   if (!listing) {
     throw CLI::ValidationError("table", table + " is not one of " + CLI::detail::join(instance_tables(), ", "));
   }
-  if (!listing->rows.empty()) select(*listing, {{listing->rows.front().begin().key()}}, selection);
+  const Keys keys = {{listing->rows.empty() ? "" : listing->rows.front().begin().key()}};
+  if (!id.empty()) return show_record(context, database, std::move(*listing), keys, id);
+  select(*listing, keys, selection);
   report(context.out, context.form, *listing);
 }
 
@@ -84,16 +88,18 @@ void add_instances(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("instances", "Show the instances in a profile table");
   const auto table = std::make_shared<std::string>();
   command->add_option("table", *table, "the table")->type_name("TABLE")->required();
+  const auto id = std::make_shared<std::string>();
+  command->add_option("id", *id, "this instance in full; all when it is not given")->type_name("ID");
   const auto selection = add_selection(*command, {{"the first column"}});
   command->footer("Tables:\n  " + CLI::detail::join(instance_tables(), "\n  ") +
                   "\n\n"
-                  "--id goes by the first column. Of dhcp_capabilities the library reads the first\n"
-                  "row only; of textredirectionservice, textredirectionsap,\n"
+                  "An instance goes by its first column. Of dhcp_capabilities the library reads\n"
+                  "the first row only; of textredirectionservice, textredirectionsap,\n"
                   "account_management_service and indication_service only the row with the name\n"
                   "that it knows. Rows of dhcp_protocol_endpoint, event_type and\n"
                   "request_state_change it finds by their keys only: they cannot be shown.\n\n"
                   "Example:\n  qmvctl instances boot_order");
-  command->callback([&context, table, selection] { show_instances(context, *table, *selection); });
+  command->callback([&context, table, id, selection] { show_instances(context, *table, *id, *selection); });
 }
 
 void add_indications(CLI::App& app, Context& context) {

@@ -24,10 +24,10 @@ struct Keys {
 // What was asked for; an empty text asks for nothing. Numbers are decimal or, as "0x2F" or "2Fh", hexadecimal; upper and
 // lower case are alike.
 struct Selection {
-  std::string id;
-  std::string type;              // code or name: "1", "temperature"
-  std::string entity;            // "7", "7.1" or a name
-  std::optional<uint32_t> last;  // so many of what else is asked for
+  std::string id = {};
+  std::string type = {};              // code or name: "1", "temperature"
+  std::string entity = {};            // "7", "7.1" or a name
+  std::optional<uint32_t> last = {};  // so many of what else is asked for
 };
 
 // The number that a text is; nothing when it is none.
