@@ -38,7 +38,7 @@ void check_width(const Database& database, const std::string& table, const std::
 
 // "54 reserved", and what is no byte as it is stored.
 std::string entity_text(sqlite3_stmt* row) {
-  const std::string stored = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
+  std::string stored = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
   if (sqlite3_column_type(row, 1) != SQLITE_INTEGER) return stored;
   const sqlite3_int64 id = sqlite3_column_int64(row, 1);
   return id >= 0 && id <= 0xFF ? stored + " " + entity_name(static_cast<int32_t>(id)) : stored;

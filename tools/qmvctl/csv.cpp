@@ -12,7 +12,7 @@ constexpr const char* kLineEnd = "\r\n";
 
 // Line breaks may stand between quotes, which are doubled inside; other control characters may not stand anywhere.
 std::string field(const std::string& raw) {
-  const std::string text = printable(raw, "\r\n");
+  std::string text = printable(raw, "\r\n");
   if (text.find_first_of("\",\r\n") == std::string::npos) return text;
   std::string quoted = "\"";
   for (const char c : text) quoted += c == '"' ? "\"\"" : std::string(1, c);

@@ -17,9 +17,9 @@ namespace {
 
 // The longest dumps of a server, in bytes: all record IDs with a header of 5 bytes and 255 bytes behind it, what a FRU
 // device's 16-bit offsets reach, and all event IDs with 16 bytes.
-constexpr size_t kLongestRepository = 65'535 * 260;
+constexpr size_t kLongestRepository = size_t{65'535} * 260;
 constexpr size_t kLongestImage = 65'536;
-constexpr size_t kLongestEventLog = 65'534 * 16;
+constexpr size_t kLongestEventLog = size_t{65'534} * 16;
 
 template <class Record>
 using Owned = std::unique_ptr<Record, void (*)(void*)>;
