@@ -185,6 +185,22 @@ TEST_F(Selections, AreRefusedWhereAListHasNoSuchColumn) {
   EXPECT_EQ(on_database({"associations", "plugins", "--id", "1"}).status, 2);
 }
 
+TEST_F(Selections, ByNoSensorTypeOrEntityAreWrongUsage) {
+  for (const char* type : {"fann", "256", "-1", "1.5"}) {
+    const Outcome outcome = on_database({"sensors", std::string("--type=") + type});
+    EXPECT_EQ(outcome.status, 2) << type;
+    EXPECT_EQ(outcome.err.rfind("qmvctl: --type: " + std::string(type) + " is no sensor type\n", 0), 0u) << outcome.err;
+  }
+  for (const char* entity : {"bord", "256", "7.", ".1", "7.x", "board.1"}) {
+    const Outcome outcome = on_database({"sensors", std::string("--entity=") + entity});
+    EXPECT_EQ(outcome.status, 2) << entity;
+    EXPECT_EQ(outcome.err.rfind("qmvctl: --entity: " + std::string(entity) + " is no entity\n", 0), 0u) << outcome.err;
+  }
+  for (const char* type : {"0", "255", "OEM type C0h", "type 2Dh"}) {
+    EXPECT_EQ(on_database({"sensors", "--type", type}).out, "Nothing matches.\n") << type;
+  }
+}
+
 TEST_F(Selections, OfInstancesGoByTheFirstColumn) {
   sql("insert into boot_order values ('Disk', 2, 1), ('Net', 10, 0);");
   EXPECT_EQ(rows({"instances", "boot_order", "--id", "net"}).at(0).at("AssignedSequence"), 10);
@@ -214,6 +230,74 @@ TEST_F(Selections, ShowOneInstanceInFull) {
             "AssignedSequence : 10\n"
             "isHost           : 0\n");
   EXPECT_EQ(on_database({"instances", "boot_order", "tape"}).status, 1);
+  EXPECT_EQ(on_database({"instances", "boot_order", "net", "--id", "disk"}).status, 2);
+}
+
+// Two FRUs and two full sensors, all of system boards.
+class AssetSelections : public CommandTest {
+ protected:
+  AssetSelections() {
+    on_database({"init"});
+    sql("insert into full_sdr (DeviceID, IdStr, SensorNum, EntityID, EntityInstance, PhysicalElement) "
+        "values ('20:00:30', 'BB +12V', 48, 7, 1, 2), ('20:00:31', 'BB +5V', 49, 7, 2, 2);");
+    sql("insert into fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber, EntityID, EntityInst) "
+        "values (5, 32, 128, 3, 7, 1), (6, 32, 128, 0, 7, 1);");
+  }
+
+  // The FRUs of the pairs and the sensors alone of class CIM_Card.
+  std::string cards(std::vector<std::string> options) {
+    options.insert(options.begin(), {"assets", "CIM_Card"});
+    const Json card = rows(options).at(0);
+    std::string found;
+    for (const Json& pair : card["frus_with_sensors"]["rows"]) {
+      found += std::to_string(pair["fru_id"].get<int>()) + " " + pair["sensor_name"].get<std::string>() + ";";
+    }
+    for (const Json& sensor : card["sensors"]["rows"]) found += sensor["sensor_name"].get<std::string>() + ";";
+    EXPECT_EQ(card["frus_with_sensors"]["count"], card["frus_with_sensors"]["rows"].size()) << found;
+    EXPECT_EQ(card["sensors"]["count"], card["sensors"]["rows"].size()) << found;
+    return found;
+  }
+};
+
+TEST_F(AssetSelections, GoByFruSensorAndEntity) {
+  EXPECT_EQ(cards({}), "5 BB +12V;5 BB +5V;6 BB +12V;6 BB +5V;BB +12V;BB +5V;");
+  EXPECT_EQ(cards({"--id", "5"}), "5 BB +12V;5 BB +5V;");
+  EXPECT_EQ(cards({"--id", "bb +5v"}), "5 BB +5V;6 BB +5V;BB +5V;");
+  EXPECT_EQ(cards({"--entity", "7.2"}), "5 BB +5V;6 BB +5V;BB +5V;");
+  EXPECT_EQ(cards({"--entity", "system board", "--id", "6"}), "6 BB +12V;6 BB +5V;");
+}
+
+TEST_F(AssetSelections, ShowAnAssetInFullInEachOfItsClasses) {
+  EXPECT_EQ(on_database({"assets", "show", "BB +5V", "--id", "5"}).status, 2);
+  EXPECT_EQ(on_database({"assets", "show", "BB +5V"}).out,
+            "CIM_Card: 2 pairs of a FRU and a full sensor\n"
+            "FRU         : 5\n"
+            "Controller  : 20h\n"
+            "LUN and bus : 80h\n"
+            "Channel     : 3\n"
+            "Entity      : 7.2 System Board (07h)\n"
+            "Sensor      : BB +5V\n"
+            "Number      : 31h\n"
+            "\n"
+            "FRU         : 6\n"
+            "Controller  : 20h\n"
+            "LUN and bus : 80h\n"
+            "Channel     : 0\n"
+            "Entity      : 7.2 System Board (07h)\n"
+            "Sensor      : BB +5V\n"
+            "Number      : 31h\n"
+            "\n"
+            "CIM_Card: 1 full sensor\n"
+            "Entity : 7.2 System Board (07h)\n"
+            "Sensor : BB +5V\n"
+            "Number : 31h\n"
+            "\n");
+  EXPECT_EQ(rows({"assets", "show", "5"}).size(), 1u);
+}
+
+TEST_F(AssetSelections, ShowTextsInColumnsOfNumbersAsTheLibraryReadsThem) {
+  sql("update full_sdr set EntityInstance = 'two' where SensorNum = 49;");
+  EXPECT_EQ(cards({"--entity", "7.0"}), "5 BB +5V;6 BB +5V;BB +5V;");
 }
 
 TEST_F(Selections, ShowOfAMissingRecordFails) {
@@ -221,6 +305,7 @@ TEST_F(Selections, ShowOfAMissingRecordFails) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": there is no record Bord\n");
+  EXPECT_EQ(on_database({"assets", "show", "Bord"}).err, outcome.err);
   EXPECT_EQ(on_database({"sensors", "show"}).status, 2);
 }
 

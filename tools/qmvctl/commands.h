@@ -53,7 +53,7 @@ Purged purge_jobs(const Database& database);
 // The physical assets of a CIM class, by the statements that the library hands out for it.
 struct Assets {
   struct Part {
-    int count = 0;  // what the counting statement says
+    int count = 0;  // what the counting statement says, less what a selection leaves out
     Listing listing;
   };
 

@@ -11,15 +11,21 @@ namespace {
 
 using GetQueries = decltype(&get_sqlqueries);
 
-// Runs a statement and makes a row of each result: members by position, numbers and texts as SQLite types them.
+constexpr std::string_view kSensorName = "sensor_name";
+
+// Runs a statement and makes a row of each result: members by position, all but the name numbers.
 std::vector<Json> run(const Database& database, const char* statement, const std::vector<const char*>& keys) {
   std::vector<Json> rows;
   database.query(statement, [&](sqlite3_stmt* result) {
     Json& row = rows.emplace_back();
-    for (int i = 0; i < static_cast<int>(keys.size()); ++i) {
-      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(result, i));
-      const bool is_number = sqlite3_column_type(result, i) == SQLITE_INTEGER;
-      row[keys[static_cast<size_t>(i)]] = is_number ? Json(sqlite3_column_int(result, i)) : Json(text ? text : "");
+    for (int i = 0; const char* key : keys) {
+      if (key == kSensorName) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(result, i));
+        row[key] = text ? text : "";
+      } else {
+        row[key] = sqlite3_column_int(result, i);
+      }
+      ++i;
     }
   });
   return rows;
@@ -65,8 +71,10 @@ std::optional<Assets> list_assets(const Database& database, const std::string& c
   if (!frus || !sensors) return std::nullopt;
   sensors->listing.columns = {entity_column(26), text_column("Sensor", 36, "sensor_name"),
                               byte_column("Number", 6, "sensor_number")};
-  frus->listing.columns = sensors->listing.columns;
-  frus->listing.columns.insert(frus->listing.columns.begin(), number_column("FRU", 3, "fru_id"));
+  frus->listing.columns = {
+      number_column("FRU", 3, "fru_id"), byte_column("Controller", kInFull, "device_access_address"),
+      byte_column("LUN and bus", kInFull, "lun_bus_id"), number_column("Channel", kInFull, "channel")};
+  for (const Column& column : sensors->listing.columns) frus->listing.columns.push_back(column);
   frus->listing.empty_text = "No FRU has a full sensor.";
   sensors->listing.empty_text = "There are no full sensors.";
   return Assets{class_name, std::move(*frus), std::move(*sensors)};

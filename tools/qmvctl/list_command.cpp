@@ -6,20 +6,22 @@ namespace qmvctl {
 
 namespace {
 
-void add_show(CLI::App& parent, Context& context, const ListCommand& list) {
+// Checks what an option that selects says.
+CLI::Validator must_be(bool (*is_one)(const std::string& text), const std::string& what) {
+  return CLI::Validator([=](const std::string& text) { return is_one(text) ? "" : text + " is no " + what; }, "");
+}
+
+}  // namespace
+
+void add_show(CLI::App& parent, const std::string& id_example, std::function<void(const std::string& id)> show) {
   CLI::App* command = add_subcommand(parent, "show", "Show one record in full");
   const auto id = std::make_shared<std::string>();
   command->add_option("id", *id, "ID or name of the record")->type_name("ID")->required();
   std::string path;
   for (const CLI::App* each = command; each; each = each->get_parent()) path = each->get_name() + " " + path;
-  add_example(*command, path + list.keys.id_example);
-  command->callback([&context, id, list] {
-    const Database database = Database::open(context.file, list.kind);
-    show_record(context, database, list.list(database), list.keys, *id);
-  });
+  add_example(*command, path + id_example);
+  command->callback([id, show = std::move(show)] { show(*id); });
 }
-
-}  // namespace
 
 CLI::App* add_subcommand(CLI::App& parent, const char* name, const char* description) {
   CLI::App* command = parent.add_subcommand(name, description);
@@ -34,22 +36,29 @@ std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys) {
   auto selection = std::make_shared<Selection>();
   if (!keys.ids.empty()) command.add_option("--id", selection->id, "records with this ID or name")->type_name("ID");
   if (keys.has_type) {
-    command.add_option("--type", selection->type, "sensors of this type, by code or name")->type_name("TYPE");
+    command.add_option("--type", selection->type, "sensors of this type, by code or name")
+        ->type_name("TYPE")
+        ->check(must_be(is_sensor_type, "sensor type"));
   }
   if (keys.has_entity) {
-    command.add_option("--entity", selection->entity, "of this entity: 7, 7.1 or a name")->type_name("ENTITY");
+    command.add_option("--entity", selection->entity, "of this entity: 7, 7.1 or a name")
+        ->type_name("ENTITY")
+        ->check(must_be(is_entity, "entity"));
   }
   if (keys.has_order) command.add_option("--last", selection->last, "the last N of these alone")->type_name("N");
   return selection;
+}
+
+Form in_full(Form form) {
+  if (form.kind == Form::Kind::kTable) form.kind = Form::Kind::kInFull;
+  return form;
 }
 
 void show_record(const Context& context, const Database& database, Listing listing, const Keys& keys,
                  const std::string& id) {
   select(listing, keys, {.id = id});
   if (listing.rows.empty()) database.fail("there is no record " + id);
-  Form form = context.form;
-  if (form.kind == Form::Kind::kTable) form.kind = Form::Kind::kInFull;
-  report(context.out, form, listing);
+  report(context.out, in_full(context.form), listing);
 }
 
 void add_example(CLI::App& command, const std::string& example) {
@@ -59,7 +68,12 @@ void add_example(CLI::App& command, const std::string& example) {
 CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& list) {
   CLI::App* command = add_subcommand(parent, list.name, list.description);
   const auto selection = add_selection(*command, list.keys);
-  if (!list.keys.ids.empty()) add_show(*command, context, list);
+  if (!list.keys.ids.empty()) {
+    add_show(*command, list.keys.id_example, [&context, list](const std::string& id) {
+      const Database database = Database::open(context.file, list.kind);
+      show_record(context, database, list.list(database), list.keys, id);
+    });
+  }
   add_example(*command, list.example);
   command->callback([&context, command, selection, list] {
     if (!command->get_subcommands().empty()) return;

@@ -2,7 +2,9 @@
 #ifndef QMVCTL_LIST_COMMAND_H
 #define QMVCTL_LIST_COMMAND_H
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "command_groups.h"
 #include "database.h"
@@ -26,8 +28,14 @@ CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& comman
 // Adds a command to a command. It goes without the options of that one, which would say nothing of it.
 CLI::App* add_subcommand(CLI::App& parent, const char* name, const char* description);
 
+// Adds "show", with what shows the record of a name in full. The example is for its help.
+void add_show(CLI::App& parent, const std::string& id_example, std::function<void(const std::string& id)> show);
+
 // Adds the options that select rows by these keys.
 std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys);
+
+// The form for a record in full: where people would see a table, they see it instead.
+Form in_full(Form form);
 
 // Shows a record in full. It is asked for by its name, so it must be there.
 void show_record(const Context& context, const Database& database, Listing listing, const Keys& keys,

@@ -50,25 +50,45 @@ const ListCommand kIndicationLists[] = {
      "qmvctl indications subscriptions --id Station1"},
 };
 
-void show_assets(const Context& context, const std::string& asset_class) {
-  const Database database = Database::open(context.file);
+const Keys kAssetKeys{{"fru_id", "sensor_name"}, "0", false, true};
+
+// The assets of a class, or of all when it is empty, that are asked for.
+std::vector<Assets> assets_of(const Database& database, const std::string& asset_class, const Selection& selection) {
   std::vector<std::string> names(std::begin(kAssetClasses), std::end(kAssetClasses));
   if (!asset_class.empty()) names = {asset_class};
   std::vector<Assets> classes;
   for (const std::string& name : names) {
     auto assets = list_assets(database, name);
     if (!assets) throw CLI::ValidationError("class", name + " is not one of " + CLI::detail::join(kAssetClasses, ", "));
+    for (Assets::Part* part : {&assets->frus, &assets->sensors}) {
+      part->count -= static_cast<int>(select(part->listing, kAssetKeys, selection));
+    }
     classes.push_back(std::move(*assets));
   }
-  report(context.out, context.form, classes);
+  return classes;
+}
+
+// An asset is of several classes, and a sensor beside several FRUs: all of them are the record.
+void show_asset(const Context& context, const std::string& id) {
+  const Database database = Database::open(context.file);
+  std::vector<Assets> classes = assets_of(database, "", {.id = id});
+  std::erase_if(classes,
+                [](const Assets& each) { return each.frus.listing.rows.empty() && each.sensors.listing.rows.empty(); });
+  if (classes.empty()) database.fail("there is no record " + id);
+  report(context.out, in_full(context.form), classes);
 }
 
 void add_assets(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("assets", "Show the physical assets of a CIM class or of all");
+  const auto selection = add_selection(*command, kAssetKeys);
   const auto asset_class = std::make_shared<std::string>();
   command->add_option("class", *asset_class, "the class, all when it is not given")->type_name("CLASS");
+  add_show(*command, kAssetKeys.id_example, [&context](const std::string& id) { show_asset(context, id); });
   command->footer("Classes:\n  " + CLI::detail::join(kAssetClasses, "\n  ") + "\n\nExample:\n  qmvctl assets CIM_Card");
-  command->callback([&context, asset_class] { show_assets(context, *asset_class); });
+  command->callback([&context, command, asset_class, selection] {
+    if (!command->get_subcommands().empty()) return;
+    report(context.out, context.form, assets_of(Database::open(context.file), *asset_class, *selection));
+  });
 }
 
 void show_instances(const Context& context, const std::string& table, const std::string& id,
@@ -89,8 +109,10 @@ void add_instances(CLI::App& app, Context& context) {
   const auto table = std::make_shared<std::string>();
   command->add_option("table", *table, "the table")->type_name("TABLE")->required();
   const auto id = std::make_shared<std::string>();
-  command->add_option("id", *id, "this instance in full; all when it is not given")->type_name("ID");
   const auto selection = add_selection(*command, {{"the first column"}});
+  command->add_option("id", *id, "this instance in full; all when it is not given")
+      ->type_name("ID")
+      ->excludes(command->get_option("--id"));
   command->footer("Tables:\n  " + CLI::detail::join(instance_tables(), "\n  ") +
                   "\n\n"
                   "An instance goes by its first column. Of dhcp_capabilities the library reads\n"

@@ -55,12 +55,13 @@ void print_findings(std::ostream& out, const Checked& checked) {
   }
 }
 
-// Lists for people and spreadsheets.
+// Lists for people and spreadsheets. Records in full are what was asked for: a list that has none is no answer.
 void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists) {
   if (form.kind == Form::Kind::kCsv) return print_csv(out, form, lists);
   for (const HeadedListing& each : lists) {
+    if (form.kind == Form::Kind::kInFull && each.listing.rows.empty()) continue;
     out << each.head << '\n';
-    print_table(out, form, each.listing);
+    report(out, form, each.listing);
     out << '\n';
   }
 }

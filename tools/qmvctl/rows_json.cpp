@@ -24,6 +24,7 @@ Json sensor_json(const Sensor& sensor, const char* kind) {
       {"sensor_type_name", sensor_type_name(sensor.SensorType)},
       {"cim_sensor_type", sensor.CIMSensorType},
       {"event_type", sensor.EventTypeCode},
+      {"base_unit", sensor.BaseUnit},
       {"unit", reading_unit(sensor.RateUnit, sensor.BaseUnit, sensor.UnitModifier)},
       {"physical_element", sensor.PhysicalElement},
       {"fru", sensor.IsFRUAvailable ? Json(text_of(sensor.FruRecord.DevIdStr)) : Json(nullptr)},

@@ -21,11 +21,21 @@ bool is_value(const Json& row, const std::string& key, const std::string& text) 
   return value->is_string() ? is_same(*value, text) : number_of(text) == value->get<int>();
 }
 
-bool is_type(const Json& row, const std::string& type) {
+// Whether it is a code of one byte or the name of one.
+bool is_code(const std::string& text, std::string (*name)(int32_t code)) {
+  constexpr int kLast = 0xFF;
+  if (const auto code = number_of(text)) return *code >= 0 && *code <= kLast;
+  for (int code = 0; code <= kLast; ++code) {
+    if (is_same(text, name(code))) return true;
+  }
+  return false;
+}
+
+bool has_type(const Json& row, const std::string& type) {
   return is_value(row, "sensor_type", type) || is_value(row, "sensor_type_name", type);
 }
 
-bool is_entity(const Json& row, const std::string& entity) {
+bool has_entity(const Json& row, const std::string& entity) {
   const int id = row.at("entity_id");
   const int instance = row.at("entity_instance").get<int>() & 0x7F;
   const size_t dot = entity.find('.');
@@ -50,12 +60,22 @@ std::optional<int> number_of(std::string_view text) {
   return is_number ? std::optional(number) : std::nullopt;
 }
 
-void select(Listing& listing, const Keys& keys, const Selection& selection) {
+bool is_sensor_type(const std::string& text) {
+  return is_code(text, sensor_type_name);
+}
+
+bool is_entity(const std::string& text) {
+  const size_t dot = text.find('.');
+  if (dot == std::string::npos) return is_code(text, entity_name);
+  return number_of(text.substr(0, dot)) && number_of(text.substr(dot + 1));
+}
+
+size_t select(Listing& listing, const Keys& keys, const Selection& selection) {
   const auto is_left_out = [&](const Json& row) {
     const auto is_id = [&](const std::string& key) { return is_value(row, key, selection.id); };
     return (!selection.id.empty() && std::none_of(keys.ids.begin(), keys.ids.end(), is_id)) ||
-           (!selection.type.empty() && !is_type(row, selection.type)) ||
-           (!selection.entity.empty() && !is_entity(row, selection.entity));
+           (!selection.type.empty() && !has_type(row, selection.type)) ||
+           (!selection.entity.empty() && !has_entity(row, selection.entity));
   };
   size_t left_out = std::erase_if(listing.rows, is_left_out);
   if (selection.last && *selection.last < listing.rows.size()) {
@@ -64,6 +84,7 @@ void select(Listing& listing, const Keys& keys, const Selection& selection) {
     left_out += older;
   }
   if (left_out > 0) listing.empty_text = "Nothing matches.";
+  return left_out;
 }
 
 }  // namespace qmvctl

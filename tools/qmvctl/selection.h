@@ -33,8 +33,13 @@ struct Selection {
 // The number that a text is; nothing when it is none.
 std::optional<int> number_of(std::string_view text);
 
-// Leaves the rows that are asked for.
-void select(Listing& listing, const Keys& keys, const Selection& selection);
+// Whether a selection by that text can find something: a code of one byte, a name, and of an entity a name or an
+// instance too.
+bool is_sensor_type(const std::string& text);
+bool is_entity(const std::string& text);
+
+// Leaves the rows that are asked for. Returns how many are left out.
+size_t select(Listing& listing, const Keys& keys, const Selection& selection);
 
 }  // namespace qmvctl
 

@@ -94,15 +94,15 @@ std::vector<PowerSupply> power_supplies_of(const Database& database) {
 }  // namespace
 
 Listing list_sensors(const Database& database) {
-  Listing listing{
-      {text_column("DeviceID", 10, "device_id"), text_column("Name", 16, "name"),
-       name_column("Type", 16, "sensor_type_name", "sensor_type"), entity_column(20),
-       text_column("Kind", kWide, "kind"), text_column("Unit", 10, "unit"), byte_column("Owner", kInFull, "owner_id"),
-       byte_column("Owner LUN", kInFull, "owner_lun"), byte_column("Number", kInFull, "sensor_number"),
-       number_column("Record ID", kInFull, "record_id"), byte_column("Event type", kInFull, "event_type"),
-       number_column("CIM sensor type", kInFull, "cim_sensor_type"), text_column("FRU", kInFull, "fru")},
-      {},
-      "There are no sensors."};
+  Listing listing{{text_column("DeviceID", 10, "device_id"), text_column("Name", 16, "name"),
+                   name_column("Type", 16, "sensor_type_name", "sensor_type"), entity_column(20),
+                   text_column("Kind", kWide, "kind"), name_column("Unit", 10, "unit", "base_unit"),
+                   byte_column("Owner", kInFull, "owner_id"), byte_column("Owner LUN", kInFull, "owner_lun"),
+                   byte_column("Number", kInFull, "sensor_number"), number_column("Record ID", kInFull, "record_id"),
+                   byte_column("Event type", kInFull, "event_type"),
+                   number_column("CIM sensor type", kInFull, "cim_sensor_type"), text_column("FRU", kInFull, "fru")},
+                  {},
+                  "There are no sensors."};
   constexpr size_t kLowestToHighest[] = {2, 1, 0, 3, 4, 5};
   for (const size_t threshold : kLowestToHighest) listing.columns.push_back(threshold_column(kThresholds[threshold]));
   for (const auto& sensor : compact_sensors(database)) listing.rows.push_back(to_json(sensor));
