@@ -45,15 +45,26 @@ Reader filler(const std::string& name, const std::string& table, std::int32_t (*
 
 std::vector<Field> asset_fields() {
   using Record = fru_sdr_rec;
-  return {FIELD(FruIDSlaveAddr),    FIELD(DeviceAccessAddr),
-          FIELD(LUNBusID),          FIELD(ChannelNumber),
-          FIELD(EntityID),          FIELD_FROM("EntityInstance", EntityInst),
-          FIELD(SensorNum),         FIELD(IdStrLen),
-          FIELD(IsFRUAvailable),    FIELD(IdStr),
-          FIELD(ChassisSerNumber),  FIELD(ChassisPartNumber),
-          FIELD(ChassisCustFields), FIELD(ProdSerNumber),
-          FIELD(ProdPartNumber),    FIELD(ProdMfrName),
-          FIELD(BrdSerNumber),      FIELD(BrdPartNumber),
+  return {FIELD(FruIDSlaveAddr),
+          FIELD(DeviceAccessAddr),
+          FIELD(LUNBusID),
+          FIELD(ChannelNumber),
+          FIELD(EntityID),
+          FIELD_FROM("EntityInstance", EntityInst),
+          FIELD_FROM("FRUIDStrLen", IDStrLen),
+          FIELD(DevIdStr),
+          FIELD(SensorNum),
+          FIELD(IdStrLen),
+          FIELD(IsFRUAvailable),
+          FIELD(IdStr),
+          FIELD(ChassisSerNumber),
+          FIELD(ChassisPartNumber),
+          FIELD(ChassisCustFields),
+          FIELD(ProdSerNumber),
+          FIELD(ProdPartNumber),
+          FIELD(ProdMfrName),
+          FIELD(BrdSerNumber),
+          FIELD(BrdPartNumber),
           FIELD(BrdMfrName)};
 }
 
