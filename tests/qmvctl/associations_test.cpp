@@ -128,7 +128,11 @@ TEST_F(Associations, OfAMissingTableFail) {
   EXPECT_EQ(associations.status, 1);
   EXPECT_EQ(associations.err, "qmvctl: " + database() + ": no such table: association\n");
   EXPECT_EQ(plugins.status, 1);
-  EXPECT_EQ(plugins.err, "qmvctl: " + database() + ": table association_reg cannot be read (qmvctl check tells why)\n");
+  EXPECT_EQ(
+      plugins.err,
+      "qmvctl: " + database() +
+          ": table association_reg cannot be read: no such table: association_reg (qmvctl check association --db " +
+          database() + " tells more)\n");
 }
 
 // The view has a row for connections that wait for locks, as the command's, and none for the library's own: what these
@@ -139,7 +143,9 @@ TEST_F(Associations, PlugInsThatTheLibraryDoesNotSeeAreNotSilentlyLeftOut) {
   const Outcome outcome = on_database({"associations", "plugins"});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": table association_reg cannot be read (qmvctl check tells why)\n");
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() +
+                             ": table association_reg cannot be read (qmvctl check association --db " + database() +
+                             " tells more)\n");
 }
 
 TEST_F(Associations, OfAFileThatIsNoDatabaseFail) {

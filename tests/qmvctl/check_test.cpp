@@ -205,6 +205,17 @@ TEST_F(Check, FindsEntitiesThatHaveNoClass) {
             "64 Air Inlet, 300, 'abc'.\n");
 }
 
+TEST_F(Check, FindsRecordIdsThatTheLogCannotHold) {
+  sql("insert into sel (RecordID) values (1), (65534);");
+  EXPECT_EQ(on_database({"check"}).status, 0);
+  sql("insert into sel (RecordID) values (0), (65535);");
+  const std::string out = on_database({"check"}).out;
+  EXPECT_NE(out.find("sel: column RecordID: 2 events are outside 1 to 65534: "), std::string::npos) << out;
+  sql("delete from sel where RecordID not between 1 and 65534;");  // as it advises
+  EXPECT_NE(out.find("delete from sel where RecordID not between 1 and 65534;"), std::string::npos) << out;
+  EXPECT_EQ(on_database({"check"}).status, 0);
+}
+
 TEST_F(Check, FindsDamageToTheFile) {
   sql("create index extra on role (CommonName); insert into role (CreationClassName, Name) values ('a', 'b');");
   sql("pragma writable_schema = on; update sqlite_master set rootpage = "
@@ -246,7 +257,9 @@ TEST_F(Check, OfAMissingFileSaysSo) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, database() +
                              ": 1 problem\n\n"
-                             "No such file or directory (qmvctl init cim creates it)\n"
+                             "No such file or directory (qmvctl init cim --db " +
+                             database() +
+                             " creates it)\n"
                              "  Name another file with --db, or see to this one.\n");
   EXPECT_FALSE(std::filesystem::exists(database()));
 }

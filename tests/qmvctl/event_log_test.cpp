@@ -5,6 +5,7 @@
 #include <csignal>
 #include <ctime>
 #include <fstream>
+#include <limits>
 #include <thread>
 
 #include "command_line.h"
@@ -40,6 +41,9 @@ TEST_F(EventLogChanges, ShowsItsLastEventsOnRequest) {
   EXPECT_EQ(ids({"--last", "2", "--type", "voltage"}), "2 4 ");
   EXPECT_EQ(ids({"--last", "0"}), "");
   EXPECT_EQ(on_database({"sel", "--last", "0"}).out, "Nothing matches.\n");
+  EXPECT_EQ(ids({"--last", "02"}), "3 4 ");
+  EXPECT_EQ(ids({"--last", "0x2"}), "3 4 ");
+  EXPECT_EQ(ids({"--last", "2h"}), "3 4 ");
   EXPECT_EQ(on_database({"sel", "--last", "x"}).status, 2);
   EXPECT_EQ(on_database({"sel", "--last", "-1"}).status, 2);
   EXPECT_EQ(on_database({"watch", "--last", "-1"}).status, 2);
@@ -76,10 +80,12 @@ TEST_F(EventLogChanges, RefusesBytesThatAreNone) {
 }
 
 TEST_F(EventLogChanges, ThatHasUsedItsLastIdIsFull) {
-  insert(65534);
-  const Outcome outcome = on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"});
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the event log has used its last record ID: clear it first\n");
+  for (const int last : {65534, 70000, std::numeric_limits<int>::max()}) {
+    insert(last);
+    const Outcome outcome = on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the event log has used its last record ID: clear it first\n");
+  }
 }
 
 TEST_F(EventLogChanges, DeletesTheEventsThatAreNamed) {
@@ -88,7 +94,7 @@ TEST_F(EventLogChanges, DeletesTheEventsThatAreNamed) {
   EXPECT_EQ(ids(), "1 3 ");
   EXPECT_EQ(rows({"sel", "delete", "1"}), Json({{"deleted", {1}}}));
   insert(70000);
-  EXPECT_EQ(on_database({"sel", "delete", "70000"}).status, 0);
+  EXPECT_EQ(on_database({"sel", "delete", "70000", "70000"}).out, "deleted 1 event\n");
   EXPECT_EQ(ids(), "3 ");
 }
 
@@ -122,6 +128,10 @@ TEST_F(EventLogChanges, ThatRefusesChangesIsReported) {
     EXPECT_EQ(outcome.out, "");
   }
   EXPECT_EQ(clearing.err, "qmvctl: " + database() + ": events cannot be deleted: table sel keeps them\n");
+  EXPECT_EQ(adding.err, "qmvctl: " + database() + ": the event cannot be added: table sel does not take it\n");
+  sql("drop trigger none; create trigger none before insert on sel begin select raise(ignore); end;");
+  EXPECT_EQ(on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"}).err,
+            "qmvctl: " + database() + ": the event cannot be added: table sel does not take it\n");
   EXPECT_EQ(ids(), "1 ");
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
@@ -142,18 +143,93 @@ TEST_F(Export, NotesSensorsThatNoLongerSayWhatTheirRecordSaid) {
   EXPECT_EQ(sql("select group_concat(SensorName) from compact_sdr;"), "Fan 0,Front");
 }
 
+// Exports everything, whatever column of whatever table was changed before.
+class ExportOfChanges : public Export, public testing::WithParamInterface<const char*> {
+ protected:
+  ExportOfChanges() {
+    Bytes locator = fru_locator_record(ascii_field("Board"));
+    locator[5] = 0x20;
+    locator[6] = 0;
+    locator[7] = 0x80;
+    locator[12] = 0x48;  // the entity of the sensors
+    locator[13] = 0x49;
+    Bytes full = full_record(ascii_field("Volt"));
+    full[7] = 1;  // another sensor
+    import({"--sdr", file("one.sdr", compact_record(ascii_field("Fan")) + full + locator), "--fru",
+            "0=" + file("fru", fru_image({}, board_area(ascii_field("Maker")), {})), "--sel",
+            file("one.sel", {1, 0, 2, 1, 0, 0, 0x50, 0x20, 0, 4, 8, 0x50, 0x6F, 3, 0xFF, 0xFF})});
+    fs::copy(database(), path("imported.db"));
+  }
+
+  std::vector<std::string> columns(const std::string& table) {
+    std::istringstream names(sql("select group_concat(name, ' ') from pragma_table_info('" + table + "');"));
+    return {std::istream_iterator<std::string>(names), {}};
+  }
+
+  Outcome export_all(const std::string& folder) {
+    fs::remove_all(path(folder));
+    fs::create_directory(path(folder));
+    return on_database({"export", "--sdr", path(folder + "/sdr"), "--fru", "0=" + path(folder + "/fru"), "--sel",
+                        path(folder + "/sel")});
+  }
+
+  void import_all(const std::string& folder) {
+    fs::remove(database());
+    on_database({"init"});
+    import({"--sdr", path(folder + "/sdr"), "--fru", "0=" + path(folder + "/fru"), "--sel", path(folder + "/sel")});
+  }
+};
+
+TEST_P(ExportOfChanges, GivesTheSameRowsOrANoteOrFails) {
+  size_t noted = 0;
+  for (const std::string& column : columns(GetParam())) {
+    SCOPED_TRACE(column);
+    fs::copy(path("imported.db"), database(), fs::copy_options::overwrite_existing);
+    sql("update " + std::string(GetParam()) + " set " + column + " = 77;");
+    const std::string changed = tables() + sql("select quote(RecCnt) || quote(AddTimeStamp) from sel_info;");
+    const Outcome outcome = export_all("dumps");
+    if (outcome.status != 0 || !outcome.err.empty()) {
+      ++noted;
+      continue;
+    }
+    import_all("dumps");
+    EXPECT_EQ(tables() + sql("select quote(RecCnt) || quote(AddTimeStamp) from sel_info;"), changed);
+  }
+  EXPECT_GT(noted, 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ExportOfChanges,
+                         testing::Values("compact_sdr", "full_sdr", "fru", "fru_locator_sdr", "sel", "sel_info"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_F(Export, OfSensorsAloneNotesTheStringsOfFrus) {
+  Bytes locator = fru_locator_record(ascii_field("Board"));
+  locator[5] = 0x20;
+  locator[6] = 0;
+  locator[7] = 0x80;
+  import({"--sdr", file("one.sdr", locator), "--fru",
+          "0=" + file("fru", fru_image({}, board_area(ascii_field("Maker")), {}))});
+  EXPECT_EQ(on_database({"export", "--sdr", path("out.sdr")}).err,
+            "qmvctl: note: the strings of FRU 0 are in none of these dumps\n");
+}
+
 TEST_F(Export, NotesNumbersThatDoNotFit) {
   sql("insert into sel (RecordID, GeneratorID, EventData2) values (1, '20', 256);");
   EXPECT_EQ(on_database({"export", "--sel", path("out.sel")}).err,
             "qmvctl: note: event 1 is not in the dump as it is in the table\n");
 }
 
-TEST_F(Export, OfAnEventWithoutAGeneratorNamesTableAndColumn) {
+TEST_F(Export, OfAnEventThatFitsNoRecordNamesTableAndColumn) {
   sql("insert into sel (RecordID, GeneratorID) values (7, 'xy');");
   const Outcome outcome = on_database({"export", "--sel", path("out.sel")});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err,
             "qmvctl: " + database() + ": table sel, column GeneratorID of event 7: not two hexadecimal digits\n");
+  for (const std::string id : {"0", "-3", "65535"}) {
+    sql("update sel set GeneratorID = '20', RecordID = " + id + ";");
+    EXPECT_EQ(on_database({"export", "--sel", path("out.sel")}).err,
+              "qmvctl: " + database() + ": table sel, column RecordID of event " + id + ": not from 1 to 65534\n");
+  }
   EXPECT_FALSE(fs::exists(path("out.sel")));
 }
 

@@ -217,7 +217,7 @@ TEST_F(Selections, ShowOneRecordInFull) {
             "Owner LUN       : 00h\n"
             "Number          : 05h\n"
             "Record ID       : 0\n"
-            "Event type      : 00h\n"
+            "Event type      : unspecified (00h)\n"
             "CIM sensor type : 0\n");
   EXPECT_EQ(rows({"sensors", "show", "Board"}).size(), 1u);
   EXPECT_EQ(on_database({"sensors", "show", "Board", "--csv"}).out.rfind("DeviceID,Name,", 0), 0u);
@@ -230,6 +230,9 @@ TEST_F(Selections, ShowOneInstanceInFull) {
             "AssignedSequence : 10\n"
             "isHost           : 0\n");
   EXPECT_EQ(on_database({"instances", "boot_order", "tape"}).status, 1);
+  sql("insert into role (CreationClassName, Name) values ('CIM_Role', 'admin'), ('CIM_Role', 'user');");
+  EXPECT_EQ(rows({"instances", "role", "user"}).at(0).at("Name"), "user");
+  EXPECT_EQ(rows({"instances", "role", "--id", "CIM_Role"}), Json::array());
   EXPECT_EQ(on_database({"instances", "boot_order", "net", "--id", "disk"}).status, 2);
 }
 
@@ -314,7 +317,8 @@ TEST(Number, IsDecimalOrHexadecimal) {
   EXPECT_EQ(number_of("-1"), -1);
   EXPECT_EQ(number_of("0x2f"), 47);
   EXPECT_EQ(number_of("2Fh"), 47);
-  for (const char* text : {"", "h", "0x", "2F", "1 ", "99999999999", "1.5"}) EXPECT_EQ(number_of(text), std::nullopt);
+  for (const char* text : {"", "h", "0x", "2F", "1 ", "99999999999999999999", "1.5"})
+    EXPECT_EQ(number_of(text), std::nullopt);
 }
 
 class TerminalTest : public testing::Test {

@@ -99,8 +99,10 @@ TEST_F(Indications, OfAMissingTableFailAndShowNothing) {
   testing::internal::GetCapturedStderr();
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(outcome.err,
-            "qmvctl: " + database() + ": table indication_subscription cannot be read (qmvctl check tells why)\n");
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() +
+                             ": table indication_subscription cannot be read: no such table: indication_subscription "
+                             "(qmvctl check cim --db " +
+                             database() + " tells more)\n");
 }
 
 TEST_F(Indications, TakeOneSubcommandAtMost) {

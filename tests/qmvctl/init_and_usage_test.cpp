@@ -156,11 +156,25 @@ TEST_F(Usage, UnknownClassExitsWithTwoAndNamesTheClasses) {
       << outcome.err;
 }
 
+TEST_F(Usage, NamesAreThoseOfFilesOnly) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::create_directory(path("here"));
+  std::filesystem::current_path(path("here"));
+  for (const char* name : {":memory:", "file:mine", "file:mine?mode=memory"}) {
+    EXPECT_EQ(run({"init", "cim", "--db", name}).status, 0) << name;
+    EXPECT_EQ(run({"sel", "--db", name}).out, "The event log is empty.\n") << name;
+    EXPECT_TRUE(std::filesystem::exists(name)) << name;
+  }
+  EXPECT_FALSE(std::filesystem::exists("mine"));
+  std::filesystem::current_path(before);
+}
+
 TEST_F(Usage, MissingDatabaseFailsAndIsNotCreated) {
   for (const char* command : {"sensors", "fru", "sel", "assets", "processors", "memory", "power-supplies"}) {
     const Outcome outcome = on_database({command});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": No such file or directory (qmvctl init cim creates it)\n");
+    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": No such file or directory (qmvctl init cim --db " + database() +
+                               " creates it)\n");
   }
   EXPECT_FALSE(std::filesystem::exists(database()));
 }

@@ -126,9 +126,14 @@ TEST_F(Jobs, OfAMissingTableFail) {
   const Outcome errors = on_database({"jobs", "errors"});
   testing::internal::GetCapturedStderr();
   EXPECT_EQ(jobs.status, 1);
-  EXPECT_EQ(jobs.err, "qmvctl: " + database() + ": table concrete_job cannot be read (qmvctl check tells why)\n");
+  EXPECT_EQ(jobs.err,
+            "qmvctl: " + database() +
+                ": table concrete_job cannot be read: no such table: concrete_job (qmvctl check tmp_cim --db " +
+                database() + " tells more)\n");
   EXPECT_EQ(errors.status, 1);
-  EXPECT_EQ(errors.err, "qmvctl: " + database() + ": table error_info cannot be read (qmvctl check tells why)\n");
+  EXPECT_EQ(errors.err, "qmvctl: " + database() +
+                            ": table error_info cannot be read: no such table: error_info (qmvctl check tmp_cim --db " +
+                            database() + " tells more)\n");
 }
 
 TEST_F(Jobs, PurgeDeletesFinishedExpiredJobsAndTheErrorsOfExpiredOnes) {

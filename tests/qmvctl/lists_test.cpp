@@ -113,6 +113,13 @@ TEST_F(Lists, EventsThatEndAStateSaySo) {
   EXPECT_NE(out.find("Fully Redundant  Ended\n"), std::string::npos) << out;
 }
 
+TEST_F(Lists, EventsGoByTheirSensorToo) {
+  import(voltage());
+  sql("insert into sel (RecordID, SensorNum, GeneratorID) values (1, 71, '20'), (2, 72, '20'), (3, 71, '20');");
+  EXPECT_EQ(rows({"sel", "--id", "bb +12.0v"}).size(), 2u);
+  EXPECT_EQ(rows({"sel", "--id", "bb +12.0v", "--last", "1"}).at(0).at("record_id"), 3);
+}
+
 TEST_F(Lists, EventTimesBeforeTheClockWasSetAreSaid) {
   Bytes events{1, 0, 2, 12, 0, 0, 0, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
   events = events + Bytes{2, 0, 2, 0xFF, 0xFF, 0xFF, 0xFF, 0x20, 0, 4, 2, 0x47, 0x01, 0, 0, 0};
@@ -236,6 +243,9 @@ TEST(Table, LeavesOutItsHeads) {
   std::ostringstream out;
   print_table(out, {.has_heads = false}, {{text_column("Head", 9, "a")}, {{{"a", "x"}}}, ""});
   EXPECT_EQ(out.str(), "x\n");
+  std::ostringstream empty;
+  print_table(empty, {.has_heads = false}, {{text_column("Head", 9, "a")}, {}, "There is nothing."});
+  EXPECT_EQ(empty.str(), "");
 }
 
 TEST(Table, ColoursWarningsAndCriticalStatesOnly) {
@@ -247,6 +257,9 @@ TEST(Table, ColoursWarningsAndCriticalStatesOnly) {
   std::ostringstream out;
   print_table(out, {.has_colours = true}, listing);
   EXPECT_EQ(out.str(), "State     Name\nNominal   a\n\x1B[33mWarning \x1B[0m  b\n\x1B[31mCritical\x1B[0m  Critical\n");
+  std::ostringstream in_full;
+  print_in_full(in_full, {.has_colours = true}, {listing.columns, {listing.rows.back()}, ""});
+  EXPECT_EQ(in_full.str(), "State : \x1B[31mCritical\x1B[0m\nName  : Critical\n");
   std::ostringstream plain;
   print_table(plain, {}, listing);
   EXPECT_EQ(plain.str(), "State     Name\nNominal   a\nWarning   b\nCritical  Critical\n");
@@ -254,7 +267,7 @@ TEST(Table, ColoursWarningsAndCriticalStatesOnly) {
 
 TEST(RecordInFull, NamesCodesInBracketsAndLeavesOutWhatIsEmpty) {
   std::ostringstream out;
-  print_in_full(out,
+  print_in_full(out, {},
                 {{text_column("Name", 9, "n"), name_column("Type", kWide, "t", "c"), text_column("FRU", kInFull, "f")},
                  {{{"n", "Fan"}, {"t", "Temperature"}, {"c", 1}, {"f", ""}}, {{"n", ""}, {"t", "OEM"}, {"c", 192}}},
                  ""});

@@ -94,7 +94,7 @@ Listing list_plugins(const Database& database) {
                             {"column3", text_of(plugin.RegColumn3)}});
   }
   // The library takes a table that it cannot read, or that another process locks, for an empty one.
-  if (listing.rows.size() != count_rows(database, kPluginTable)) fail_to_read(database, kPluginTable);
+  if (listing.rows.size() != count_rows(database, kPluginTable)) database.fail_to_read(kPluginTable);
   return listing;
 }
 

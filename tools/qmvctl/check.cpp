@@ -20,7 +20,8 @@ void check_part(const Database& database, const std::string& table, std::vector<
     check();
   } catch (const std::runtime_error& error) {
     if (error_of(database) != SQLITE_CORRUPT) throw;
-    findings.push_back({table, std::string("it cannot be read in full: ") + error.what(), kRestore});
+    const std::string what = table.empty() ? "the file" : "it";
+    findings.push_back({table, what + " cannot be read in full: " + error.what(), kRestore});
   }
 }
 

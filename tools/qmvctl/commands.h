@@ -24,8 +24,9 @@ Listing list_power_supplies(const Database& database);
 // that instance_tables() does not name.
 std::optional<Listing> list_instances(const Database& database, const std::string& table);
 
-// The tables that list_instances() knows.
+// The tables that list_instances() knows, and the column that names the instances of one.
 std::vector<std::string> instance_tables();
+std::string instance_key(const std::string& table);
 
 // Where indications go, which events are indicated, and which of these go where.
 Listing list_destinations(const Database& database);

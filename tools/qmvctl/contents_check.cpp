@@ -6,6 +6,7 @@
 #include "check.h"
 #include "field_widths.h"
 #include "names.h"
+#include "sel_record.h"
 #include "table_shape.h"
 
 namespace qmvctl {
@@ -64,6 +65,20 @@ void check_entities(const Database& database, const std::string& table, std::vec
            where + ";"});
 }
 
+// What the controller's log cannot hold.
+void check_record_ids(const Database& database, std::vector<Finding>& findings) {
+  const std::string where = fmt::format("from sel where RecordID not between 1 and {}", kLastRecordId);
+  database.query(fmt::format("select count(*) {};", where).c_str(), [&](sqlite3_stmt* row) {
+    const int count = sqlite3_column_int(row, 0);
+    if (count == 0) return;
+    findings.push_back({"sel",
+                        fmt::format("column RecordID: {} outside 1 to {}: the log cannot be exported, and nothing is "
+                                    "added behind one above them.",
+                                    count == 1 ? "1 event is" : fmt::format("{} events are", count), kLastRecordId),
+                        "Delete them: delete " + where + ";"});
+  });
+}
+
 }  // namespace
 
 void check_integrity(const Database& database, std::vector<Finding>& findings) {
@@ -77,6 +92,7 @@ void check_contents(const Database& database, const std::string& table, std::vec
     if (columns.contains(column)) check_width(database, table, column, width, findings);
   }
   if (columns.contains("EntityID")) check_entities(database, table, findings);
+  if (table == "sel" && columns.contains("RecordID")) check_record_ids(database, findings);
 }
 
 }  // namespace qmvctl

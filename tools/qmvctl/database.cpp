@@ -24,9 +24,20 @@ std::string name_or_default(const std::string& file, const DatabaseKind& kind) {
   return file.empty() ? kind.file : file;
 }
 
-int open_connection(const std::string& file, const DatabaseKind& kind, sqlite3** handle) {
-  if (file == kind.file && kind.open) return kind.open(handle);
-  const int status = sqlite3_open(file.c_str(), handle);
+// The name as SQLite takes it for that of a file: "file:a" and ":memory:" are something else to it.
+std::string path_of(const std::string& file) {
+  return file.starts_with('/') ? file : "./" + file;
+}
+
+// A command of qmvctl that looks after a file of that kind.
+std::string command_on(const std::string& command, const std::string& file, const DatabaseKind& kind) {
+  const std::string option = file == kind.file ? "" : " --db " + file;
+  return "qmvctl " + command + " " + kind.name + option;
+}
+
+int open_connection(const std::string& path, const DatabaseKind& kind, sqlite3** handle) {
+  if (path == kind.file && kind.open) return kind.open(handle);
+  const int status = sqlite3_open(path.c_str(), handle);
   if (status == SQLITE_OK) return sqlite3_busy_timeout(*handle, kWaitMilliseconds);
   sqlite3_close(*handle);
   return status;
@@ -48,10 +59,10 @@ Database Database::open(const std::string& file, const DatabaseKind& kind) {
   const std::string name = name_or_default(file, kind);
   if (!open_file(name, "rb")) {  // SQLite would create it
     const int error = errno;
-    const std::string hint = error == ENOENT ? std::string(" (qmvctl init ") + kind.name + " creates it)" : "";
+    const std::string hint = error == ENOENT ? " (" + command_on("init", name, kind) + " creates it)" : "";
     throw std::runtime_error(name + ": " + std::strerror(error) + hint);
   }
-  return Database(name, kind);
+  return Database(name, path_of(name), kind);
 }
 
 void Database::create(const std::string& file, const DatabaseKind& kind, Contents contents) {
@@ -61,7 +72,7 @@ void Database::create(const std::string& file, const DatabaseKind& kind, Content
     throw std::runtime_error(name + ": " + std::strerror(errno));
   }
   try {
-    Database database(name, kind);
+    Database database(name, path_of(name), kind);
     Transaction transaction(database);
     database.execute(kind.schema);
     if (contents == Contents::kSample) kind.store_sample(database);
@@ -84,8 +95,9 @@ void Database::create_all(Contents contents) {
   for (const DatabaseKind* kind : kinds) create("", *kind, contents);
 }
 
-Database::Database(const std::string& file, const DatabaseKind& kind) : file_(file) {
-  const int status = open_connection(file_, kind, &handle_);
+Database::Database(const std::string& file, const std::string& path, const DatabaseKind& kind)
+    : file_(file), kind_(kind) {
+  const int status = open_connection(path, kind, &handle_);
   if (status != SQLITE_OK) fail(std::string("cannot be opened: ") + sqlite3_errstr(status));
 }
 
@@ -108,6 +120,12 @@ void Database::query(const char* statement, const std::function<void(sqlite3_stm
 
 void Database::fail(const std::string& text) const {
   throw std::runtime_error(file_ + ": " + text);
+}
+
+void Database::fail_to_read(const std::string& table) const {
+  const bool has_reason = sqlite3_errcode(handle_) != SQLITE_OK && sqlite3_errcode(handle_) != SQLITE_DONE;
+  const std::string reason = has_reason ? std::string(": ") + sqlite3_errmsg(handle_) : "";
+  fail("table " + table + " cannot be read" + reason + " (" + command_on("check", file_, kind_) + " tells more)");
 }
 
 Transaction::Transaction(Database& database) : database_(database) {

@@ -45,7 +45,7 @@ class Database {
   static void create(const std::string& file, const DatabaseKind& kind, Contents contents);
 
   // An empty database in memory.
-  static Database in_memory() { return Database(":memory:", kInstanceDatabase); }
+  static Database in_memory() { return Database("memory", ":memory:", kInstanceDatabase); }
 
   // Creates the files that hosts open, or none of them when one exists.
   static void create_all(Contents contents);
@@ -65,10 +65,14 @@ class Database {
 
   [[noreturn]] void fail(const std::string& text) const;  // "FILE: TEXT"
 
+  // After a failed reading: the reason, where SQLite gives one, and the command that looks for others.
+  [[noreturn]] void fail_to_read(const std::string& table) const;
+
  private:
-  Database(const std::string& file, const DatabaseKind& kind);
+  Database(const std::string& file, const std::string& path, const DatabaseKind& kind);
 
   std::string file_;
+  const DatabaseKind& kind_;
   sqlite3* handle_ = nullptr;
 };
 

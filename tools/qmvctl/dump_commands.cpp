@@ -20,7 +20,7 @@ FruFile parse_fru(const std::string& text) {
   if (sign == std::string::npos || sign + 1 == text.size() || !id || *id < 0 || *id > 0xFF) {
     throw CLI::ValidationError("--fru", text + " is not ID=FILE with an ID from 0 to 255");
   }
-  return {*id, text.substr(sign + 1)};
+  return {static_cast<int>(*id), text.substr(sign + 1)};
 }
 
 std::vector<FruFile> parse_frus(const std::vector<std::string>& texts) {

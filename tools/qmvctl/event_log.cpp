@@ -4,15 +4,21 @@
 #include <cstring>
 
 #include "rows.h"
+#include "sel_record.h"
 
 namespace qmvctl {
 
 namespace {
 
-// After a delete of the library, which always answers 0. A trigger may have kept events without an error.
-void expect_events(const Database& database, size_t count) {
+// Why a change did not happen: SQLite's reason, or that of a trigger that prevents it without an error.
+std::string reason_of(const Database& database, const char* trigger) {
   const bool has_error = sqlite3_errcode(database.handle()) != SQLITE_OK;
-  const std::string reason = has_error ? sqlite3_errmsg(database.handle()) : "table sel keeps them";
+  return has_error ? sqlite3_errmsg(database.handle()) : trigger;
+}
+
+// After a delete of the library, which always answers 0.
+void expect_events(const Database& database, size_t count) {
+  const std::string reason = reason_of(database, "table sel keeps them");
   if (count_rows(database, "sel") != count) database.fail("events cannot be deleted: " + reason);
 }
 
@@ -26,20 +32,20 @@ bool has_event(const Database& database, int32_t record_id) {
 }  // namespace
 
 int32_t add_event(Database& database, sel_rec event) {
-  constexpr int32_t kLastRecordId = 0xFFFE;
   Transaction transaction(database);
-  event.RecordID = 1;
-  for (const sel_rec& other : events(database)) event.RecordID = std::max(event.RecordID, other.RecordID + 1);
-  if (event.RecordID > kLastRecordId) database.fail("the event log has used its last record ID: clear it first");
+  int32_t last = 0;
+  for (const sel_rec& other : events(database)) last = std::max(last, other.RecordID);
+  if (last >= kLastRecordId) database.fail("the event log has used its last record ID: clear it first");
+  event.RecordID = last + 1;
   // A constraint that the row does not meet looks to the library like an event that exists.
-  if (db_addsel(database.handle(), &event, 0) != 0 || !has_event(database, event.RecordID)) {
-    database.fail(std::string("the event cannot be added: ") + sqlite3_errmsg(database.handle()));
-  }
+  const int32_t status = db_addsel(database.handle(), &event, 0);
+  const std::string reason = reason_of(database, "table sel does not take it");
+  if (status != 0 || !has_event(database, event.RecordID)) database.fail("the event cannot be added: " + reason);
   transaction.commit();
   return event.RecordID;
 }
 
-void delete_events(Database& database, const std::vector<int32_t>& record_ids) {
+void delete_events(Database& database, const std::set<int32_t>& record_ids) {
   Transaction transaction(database);
   for (const int32_t id : record_ids) {
     const size_t count = count_rows(database, "sel");

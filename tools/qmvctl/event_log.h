@@ -3,7 +3,7 @@
 #define QMVCTL_EVENT_LOG_H
 
 #include <cstdint>
-#include <vector>
+#include <set>
 
 #include "database.h"
 
@@ -14,7 +14,7 @@ namespace qmvctl {
 int32_t add_event(Database& database, sel_rec event);
 
 // Deletes events, all or, where one does not exist, none.
-void delete_events(Database& database, const std::vector<int32_t>& record_ids);
+void delete_events(Database& database, const std::set<int32_t>& record_ids);
 
 // Deletes all events and returns how many there were.
 size_t clear_events(Database& database);

@@ -3,6 +3,7 @@
 
 #include <ctime>
 #include <limits>
+#include <set>
 
 #include "commands.h"
 #include "event_log.h"
@@ -15,7 +16,7 @@ namespace qmvctl {
 
 namespace {
 
-const Keys kKeys{{"record_id"}, "1", true, false, true};
+const Keys kKeys{{"record_id", "sensor_name"}, "1", true, false, true};
 const ListCommand kEvents{"sel", "Show or change the event log", list_events, kKeys, "qmvctl sel --last 5 --wide"};
 const ListCommand kEventList{"list", "Show the events, as without a subcommand", list_events, kKeys,
                              "qmvctl sel list --type voltage"};
@@ -25,7 +26,7 @@ int number_in(const std::string& what, const std::string& text, int least, int m
   if (!number || *number < least || *number > most) {
     throw CLI::ValidationError(what, fmt::format("{} is not a number from {} to {}", text, least, most));
   }
-  return *number;
+  return static_cast<int>(*number);
 }
 
 struct NewEvent {
@@ -64,7 +65,8 @@ void add_adding(CLI::App& parent, Context& context) {
   command->add_option("--generator", message->generator, "of the generator, 20h when it is not given")
       ->type_name("BYTE");
   command->add_option("--time", message->time, "since 1970-01-01 00:00, now when it is not given")
-      ->type_name("SECONDS");
+      ->type_name("SECONDS")
+      ->transform(as_number());
   command->footer(
       "The bytes are the message revision (04h), sensor type, sensor number, event\n"
       "direction (bit 7) and event type, and three of event data.\n\n"
@@ -83,8 +85,8 @@ void add_deleting(CLI::App& parent, Context& context) {
   command->add_option("id", *texts, "record IDs")->type_name("ID")->required();
   add_example(*command, "qmvctl sel delete 1 2 0x1F");
   command->callback([&context, texts] {
-    std::vector<int32_t> ids;
-    for (const std::string& text : *texts) ids.push_back(number_in("id", text, 0, std::numeric_limits<int>::max()));
+    std::set<int32_t> ids;
+    for (const std::string& text : *texts) ids.insert(number_in("id", text, 0, std::numeric_limits<int>::max()));
     Database database = Database::open(context.file);
     delete_events(database, ids);
     report(context.out, context.form, {{"deleted", ids}}, "deleted " + counted(ids.size(), "event"));
@@ -104,7 +106,9 @@ void add_clearing(CLI::App& parent, Context& context) {
 void add_watch(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("watch", "Follow the event log as it grows, until ^C");
   const auto last = std::make_shared<uint32_t>(10);
-  command->add_option("--last", *last, "begin with the last N events, 10 when it is not given")->type_name("N");
+  command->add_option("--last", *last, "begin with the last N events, 10 when it is not given")
+      ->type_name("N")
+      ->transform(as_number());
   add_example(*command, "qmvctl watch --last 0 --json");
   command->callback([&context, last] { watch_events(Database::open(context.file), context.form, *last, context.out); });
 }

@@ -198,6 +198,15 @@ std::optional<State> find_state(int32_t event_type, int32_t sensor_type, int32_t
 
 }  // namespace
 
+std::string event_type_name(int32_t event_type) {
+  constexpr int32_t kThreshold = 0x01, kLastGeneric = 0x0C, kSensorSpecificType = 0x6F, kLast = 0x7F;
+  if (event_type == 0) return "unspecified";
+  if (event_type == kThreshold) return "Threshold";
+  if (event_type > kThreshold && event_type <= kLastGeneric) return "Generic discrete";
+  if (event_type == kSensorSpecificType) return "Sensor-specific";
+  return event_type > kSensorSpecificType && event_type <= kLast ? "OEM" : "reserved";
+}
+
 std::string event_name(int32_t event_type, int32_t sensor_type, int32_t state) {
   const auto known = find_state(event_type, sensor_type, state);
   return known ? known->name : "state " + std::to_string(state);

@@ -20,7 +20,7 @@ struct Exported {
 };
 
 // Writes the files that are named, all or none. Existing files are not touched. Throws std::runtime_error when a file
-// cannot be written, a FRU is not there, or an event's generator is no byte.
+// cannot be written, a FRU is not there, or an event's ID or generator does not fit a record.
 Exported export_files(const Database& database, const ImportFiles& files);
 
 }  // namespace qmvctl

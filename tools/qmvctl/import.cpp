@@ -98,21 +98,6 @@ void store_fru_locators(Database& database, const std::vector<fru_locator_sdr_re
   }
 }
 
-// What db_get_selinfo() makes of a stored record: from the second field on, each one comes from the column before its
-// own.
-sel_info_rec shifted(const sel_info_rec& stored) {
-  sel_info_rec read{};
-  read.MaxNoOfSels = stored.MaxNoOfSels;
-  store_text(std::to_string(stored.MaxNoOfSels), read.CompletionCode);
-  store_text(text_of(stored.CompletionCode), read.Version);
-  read.RecCnt = std::atoi(stored.Version);
-  read.FreeSpace = stored.RecCnt;
-  store_text(std::to_string(stored.FreeSpace), read.AddTimeStamp);
-  store_text(text_of(stored.AddTimeStamp), read.EraseTimeStamp);
-  store_text(text_of(stored.EraseTimeStamp), read.OperationSupport);
-  return read;
-}
-
 void store_events(const Database& database, const std::vector<sel_rec>& events, Progress& progress) {
   constexpr size_t kTogether = 64;
   for (size_t i = 0; i < events.size(); i += kTogether) {
@@ -133,32 +118,53 @@ void store_event_log(Database& database, const EventLog& log, Progress& progress
               [](const sel_rec& a, const sel_rec& b) { return a.RecordID < b.RecordID; });
 }
 
-Inventory gather(const Database& database, const ImportFiles& files) {
+Dumps read(const ImportFiles& files) {
+  Dumps dumps;
+  if (!files.repository.empty()) dumps.repository = Input::read(files.repository, kLongestRepository);
+  for (const FruFile& fru : files.frus) dumps.frus.push_back({fru.id, Input::read(fru.file, kLongestImage)});
+  if (!files.event_log.empty()) dumps.event_log = Input::read(files.event_log, kLongestEventLog);
+  return dumps;
+}
+
+}  // namespace
+
+Inventory gather(const Database& database, const Dumps& dumps) {
   Inventory inventory;
   std::optional<fru_rec> builtin_fru;
-  if (!files.repository.empty()) {
-    Repository repository = decode_repository(Input::read(files.repository, kLongestRepository));
+  if (dumps.repository) {
+    Repository repository = decode_repository(*dumps.repository);
     builtin_fru = repository.builtin_fru;
     take_repository(inventory, std::move(repository));
-  } else if (!files.frus.empty()) {
+  } else if (!dumps.frus.empty()) {
     inventory.compact_sensors = compact_sensors(database);
     inventory.full_sensors = full_sensors(database);
     inventory.frus = frus(database);
   }
-  for (const FruFile& fru : files.frus) take_fru(inventory, fru.id, Input::read(fru.file, kLongestImage), builtin_fru);
+  for (const Dumps::Image& image : dumps.frus) take_fru(inventory, image.id, image.bytes, builtin_fru);
   tie_sensors_to_frus(inventory);
-  if (!files.event_log.empty()) {
-    inventory.event_log = decode_event_log(Input::read(files.event_log, kLongestEventLog));
+  if (dumps.event_log) {
+    inventory.event_log = decode_event_log(*dumps.event_log);
     inventory.not_held.merge(inventory.event_log->not_held);
   }
   return inventory;
 }
 
-}  // namespace
+sel_info_rec shifted(const sel_info_rec& stored) {
+  sel_info_rec read{};
+  read.MaxNoOfSels = stored.MaxNoOfSels;
+  store_text(std::to_string(stored.MaxNoOfSels), read.CompletionCode);
+  store_text(text_of(stored.CompletionCode), read.Version);
+  read.RecCnt = std::atoi(stored.Version);
+  read.FreeSpace = stored.RecCnt;
+  store_text(std::to_string(stored.FreeSpace), read.AddTimeStamp);
+  store_text(text_of(stored.AddTimeStamp), read.EraseTimeStamp);
+  store_text(text_of(stored.EraseTimeStamp), read.OperationSupport);
+  return read;
+}
 
 Inventory import_files(Database& database, const ImportFiles& files, Progress& progress) {
   Transaction transaction(database);
-  Inventory inventory = gather(database, files);
+  Inventory inventory = gather(database, read(files));
   if (!files.repository.empty() || !files.frus.empty()) {
     store_sensors(database, inventory, progress);
     store_frus(database, inventory.frus, progress);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "commands.h"
+#include "table_shape.h"
 
 namespace qmvctl {
 
@@ -40,6 +41,12 @@ std::vector<std::string> instance_tables() {
   std::vector<std::string> names;
   for (const InstanceTable& table : all_instance_tables()) names.emplace_back(table.name);
   return names;
+}
+
+std::string instance_key(const std::string& table) {
+  const auto shapes = references(kInstanceDatabase);
+  const auto shape = std::find_if(shapes.begin(), shapes.end(), [&](const auto& one) { return one.name == table; });
+  return *shape->keys.begin()->begin();
 }
 
 std::optional<Listing> list_instances(const Database& database, const std::string& table) {

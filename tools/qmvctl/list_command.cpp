@@ -1,5 +1,7 @@
 #include "list_command.h"
 
+#include <cstdint>
+
 #include "reports.h"
 
 namespace qmvctl {
@@ -45,7 +47,9 @@ std::shared_ptr<Selection> add_selection(CLI::App& command, const Keys& keys) {
         ->type_name("ENTITY")
         ->check(must_be(is_entity, "entity"));
   }
-  if (keys.has_order) command.add_option("--last", selection->last, "the last N of these alone")->type_name("N");
+  if (keys.has_order) {
+    command.add_option("--last", selection->last, "the last N of these alone")->type_name("N")->transform(as_number());
+  }
   return selection;
 }
 
@@ -59,6 +63,16 @@ void show_record(const Context& context, const Database& database, Listing listi
   select(listing, keys, {.id = id});
   if (listing.rows.empty()) database.fail("there is no record " + id);
   report(context.out, in_full(context.form), listing);
+}
+
+CLI::Validator as_number() {
+  const auto rewrite = [](std::string& text) {
+    const auto number = number_of(text);
+    if (!number || *number < 0 || *number > UINT32_MAX) return text + " is no number from 0 to 4294967295";
+    text = std::to_string(*number);
+    return std::string();
+  };
+  return CLI::Validator(rewrite, "");
 }
 
 void add_example(CLI::App& command, const std::string& example) {

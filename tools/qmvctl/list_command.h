@@ -41,6 +41,9 @@ Form in_full(Form form);
 void show_record(const Context& context, const Database& database, Listing listing, const Keys& keys,
                  const std::string& id);
 
+// Lets the number of an option be written as every number.
+CLI::Validator as_number();
+
 // The end of a command's help.
 void add_example(CLI::App& command, const std::string& example);
 

@@ -98,7 +98,7 @@ void show_instances(const Context& context, const std::string& table, const std:
   if (!listing) {
     throw CLI::ValidationError("table", table + " is not one of " + CLI::detail::join(instance_tables(), ", "));
   }
-  const Keys keys = {{listing->rows.empty() ? "" : listing->rows.front().begin().key()}};
+  const Keys keys = {{instance_key(table)}};
   if (!id.empty()) return show_record(context, database, std::move(*listing), keys, id);
   select(*listing, keys, selection);
   report(context.out, context.form, *listing);
@@ -109,16 +109,16 @@ void add_instances(CLI::App& app, Context& context) {
   const auto table = std::make_shared<std::string>();
   command->add_option("table", *table, "the table")->type_name("TABLE")->required();
   const auto id = std::make_shared<std::string>();
-  const auto selection = add_selection(*command, {{"the first column"}});
+  const auto selection = add_selection(*command, {{"the key of the table"}});
   command->add_option("id", *id, "this instance in full; all when it is not given")
       ->type_name("ID")
       ->excludes(command->get_option("--id"));
   command->footer("Tables:\n  " + CLI::detail::join(instance_tables(), "\n  ") +
                   "\n\n"
-                  "An instance goes by its first column. Of dhcp_capabilities the library reads\n"
-                  "the first row only; of textredirectionservice, textredirectionsap,\n"
-                  "account_management_service and indication_service only the row with the name\n"
-                  "that it knows. Rows of dhcp_protocol_endpoint, event_type and\n"
+                  "An instance goes by its first column, a role by its name. Of dhcp_capabilities\n"
+                  "the library reads the first row only; of textredirectionservice,\n"
+                  "textredirectionsap, account_management_service and indication_service only the\n"
+                  "row with the name that it knows. Rows of dhcp_protocol_endpoint, event_type and\n"
                   "request_state_change it finds by their keys only: they cannot be shown.\n\n"
                   "Example:\n  qmvctl instances boot_order");
   command->callback([&context, table, id, selection] { show_instances(context, *table, *id, *selection); });

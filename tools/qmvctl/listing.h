@@ -41,7 +41,7 @@ std::string number_text(const Json& value);
 struct Listing {
   std::vector<Column> columns;
   std::vector<Json> rows;
-  std::string empty_text;  // what people see instead of a table without rows
+  std::string empty_text;  // what people see instead of a table without rows, as they see heads
 };
 
 // One list of several that are shown together.
@@ -68,7 +68,7 @@ std::string printable_text(const Column& column, const Json& row);
 void print_table(std::ostream& out, const Form& form, const Listing& listing);
 
 // Records one below the other, each column that is not empty a line, with codes behind their names.
-void print_in_full(std::ostream& out, const Listing& listing);
+void print_in_full(std::ostream& out, const Form& form, const Listing& listing);
 
 // RFC 4180: the columns of the wide table, and in front of several lists, whose columns are put together, their names.
 void print_csv(std::ostream& out, const Form& form, const std::vector<HeadedListing>& lists);

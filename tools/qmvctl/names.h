@@ -20,6 +20,9 @@ std::string unit_name(int32_t unit);
 // The unit of a sensor's readings, as the three sensor units bytes give it: "degrees C", "% Watts", "hits per minute".
 std::string reading_unit(int32_t units1, int32_t base_unit, int32_t modifier_unit);
 
+// Table 42-1: "Threshold", "Sensor-specific"; "reserved" for codes without a meaning.
+std::string event_type_name(int32_t event_type);
+
 // CIM_Sensor.SensorType for an IPMI sensor; by the unit where the sensor type is 0Bh, "other units-based sensor".
 constexpr int32_t kCimOther = 1;
 int32_t cim_sensor_type(int32_t sensor_type, int32_t base_unit);

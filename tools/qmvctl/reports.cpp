@@ -60,9 +60,9 @@ void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>
   if (form.kind == Form::Kind::kCsv) return print_csv(out, form, lists);
   for (const HeadedListing& each : lists) {
     if (form.kind == Form::Kind::kInFull && each.listing.rows.empty()) continue;
-    out << each.head << '\n';
+    if (form.has_heads) out << each.head << '\n';
     report(out, form, each.listing);
-    out << '\n';
+    if (form.has_heads) out << '\n';
   }
 }
 
@@ -77,7 +77,7 @@ void report(std::ostream& out, const Form& form, const Listing& listing) {
     case Form::Kind::kTable:
       return print_table(out, form, listing);
     case Form::Kind::kInFull:
-      return print_in_full(out, listing);
+      return print_in_full(out, form, listing);
     case Form::Kind::kJson:
       return print_json(out, listing.rows);
     case Form::Kind::kCsv:

@@ -10,10 +10,6 @@
 
 namespace qmvctl {
 
-[[noreturn]] inline void fail_to_read(const Database& database, const std::string& table) {
-  database.fail("table " + table + " cannot be read (qmvctl check tells why)");
-}
-
 // Calls a get-all of the library: read(handle, &count, &records). The table is named in the message of a failure.
 template <class Record, class Read>
 std::vector<Record> read_all(const Database& database, const std::string& table, Read read) {
@@ -23,14 +19,14 @@ std::vector<Record> read_all(const Database& database, const std::string& table,
   std::vector<Record> rows;
   if (status == 0 && records) rows.assign(records, records + count);
   db_freemem(records);
-  if (status != 0) fail_to_read(database, table);
+  if (status != 0) database.fail_to_read(table);
   return rows;
 }
 
 // How many rows a table has.
 inline size_t count_rows(const Database& database, const char* table) {
   int32_t count = 0;
-  if (db_get_cnt(database.handle(), &count, table) != 0) fail_to_read(database, table);
+  if (db_get_cnt(database.handle(), &count, table) != 0) database.fail_to_read(table);
   return static_cast<size_t>(count);
 }
 
@@ -51,6 +47,9 @@ inline std::vector<full_sdr_rec> full_sensors(const Database& database) {
 inline std::vector<fru_rec> frus(const Database& database) {
   return read_all<fru_rec>(database, "fru", db_get_all_fru_info);
 }
+
+// Has no get-all: the keys are the command's own query.
+std::vector<fru_locator_sdr_rec> fru_locators(const Database& database);
 
 inline std::vector<sel_rec> events(const Database& database) {
   return read_all<sel_rec>(database, "sel", db_get_all_sel_records);

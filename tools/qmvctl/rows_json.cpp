@@ -24,6 +24,7 @@ Json sensor_json(const Sensor& sensor, const char* kind) {
       {"sensor_type_name", sensor_type_name(sensor.SensorType)},
       {"cim_sensor_type", sensor.CIMSensorType},
       {"event_type", sensor.EventTypeCode},
+      {"event_type_name", event_type_name(sensor.EventTypeCode)},
       {"base_unit", sensor.BaseUnit},
       {"unit", reading_unit(sensor.RateUnit, sensor.BaseUnit, sensor.UnitModifier)},
       {"physical_element", sensor.PhysicalElement},

@@ -8,6 +8,7 @@
 namespace qmvctl {
 
 constexpr size_t kEventSize = 16;
+constexpr int32_t kLastRecordId = 0xFFFE;  // from 1: the others are reserved
 constexpr int kFirstOemType = 0xC0;
 constexpr int kFirstOemTypeWithoutTime = 0xE0;
 

@@ -45,7 +45,7 @@ bool has_entity(const Json& row, const std::string& entity) {
 
 }  // namespace
 
-std::optional<int> number_of(std::string_view text) {
+std::optional<int64_t> number_of(std::string_view text) {
   int base = 10;
   if (text.starts_with("0x") || text.starts_with("0X")) {
     text.remove_prefix(2);
@@ -54,7 +54,7 @@ std::optional<int> number_of(std::string_view text) {
     text.remove_suffix(1);
     base = 16;
   }
-  int number = 0;
+  int64_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
   const bool is_number = error == std::errc() && end == text.data() + text.size();
   return is_number ? std::optional(number) : std::nullopt;

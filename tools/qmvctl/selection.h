@@ -31,7 +31,7 @@ struct Selection {
 };
 
 // The number that a text is; nothing when it is none.
-std::optional<int> number_of(std::string_view text);
+std::optional<int64_t> number_of(std::string_view text);
 
 // Whether a selection by that text can find something: a code of one byte, a name, and of an entity a name or an
 // instance too.

@@ -99,7 +99,7 @@ Listing list_sensors(const Database& database) {
                    text_column("Kind", kWide, "kind"), name_column("Unit", 10, "unit", "base_unit"),
                    byte_column("Owner", kInFull, "owner_id"), byte_column("Owner LUN", kInFull, "owner_lun"),
                    byte_column("Number", kInFull, "sensor_number"), number_column("Record ID", kInFull, "record_id"),
-                   byte_column("Event type", kInFull, "event_type"),
+                   name_column("Event type", kInFull, "event_type_name", "event_type"),
                    number_column("CIM sensor type", kInFull, "cim_sensor_type"), text_column("FRU", kInFull, "fru")},
                   {},
                   "There are no sensors."};

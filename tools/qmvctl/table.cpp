@@ -95,7 +95,7 @@ void print_line(std::ostream& out, const Form& form, const std::vector<Fitted>& 
 
 void print_table(std::ostream& out, const Form& form, const Listing& listing) {
   if (listing.rows.empty()) {
-    out << listing.empty_text << '\n';
+    if (form.has_heads) out << listing.empty_text << '\n';
     return;
   }
   std::vector<Fitted> columns;
@@ -106,7 +106,7 @@ void print_table(std::ostream& out, const Form& form, const Listing& listing) {
   for (size_t line = 0; line < columns.front().cells.size(); ++line) print_line(out, form, columns, line);
 }
 
-void print_in_full(std::ostream& out, const Listing& listing) {
+void print_in_full(std::ostream& out, const Form& form, const Listing& listing) {
   size_t width = 0;
   for (const Column& column : listing.columns) width = std::max(width, places(column.head));
   const char* gap = "";
@@ -117,6 +117,7 @@ void print_in_full(std::ostream& out, const Listing& listing) {
       std::string text = printable_text(column, row);
       if (text.empty()) continue;
       if (!column.code.empty()) text += " (" + hex(row.at(column.code).get<int>()) + "h)";
+      if (form.has_colours && column.is_state) text = coloured(text);
       out << fmt::format("{:<{}} : {}\n", column.head, width, text);
     }
   }
