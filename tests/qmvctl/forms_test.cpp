@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "command_test.h"
+#include "commands.h"
 #include "selection.h"
 #include "terminal.h"
 
@@ -17,26 +18,26 @@ class Forms : public CommandTest {
       insert(table, "'a, \"' || cid || '\"'", 1);
       insert(table, "printf('%.300c', 'x')", 2);
     }
+    if (kind == "cim") name_what_has_one_name();
   }
 
   // The commands that list what such a database holds.
   static std::vector<std::vector<std::string>> lists(const std::string& kind) {
     if (kind == "tmp_cim") return {{"jobs"}, {"jobs", "list"}, {"jobs", "errors"}};
     if (kind == "association") return {{"associations"}, {"associations", "plugins"}};
-    return {{"sensors"},
-            {"fru"},
-            {"sel"},
-            {"assets"},
-            {"processors"},
-            {"memory"},
-            {"power-supplies"},
-            {"indications"},
-            {"indications", "destinations"},
-            {"indications", "filters"},
-            {"indications", "subscriptions"},
-            {"instances", "registered_profile"},
-            {"instances", "ssh_capabilities"},
-            {"instances", "protocol_service"}};
+    std::vector<std::vector<std::string>> all = {{"sensors"},
+                                                 {"fru"},
+                                                 {"sel"},
+                                                 {"assets"},
+                                                 {"processors"},
+                                                 {"memory"},
+                                                 {"power-supplies"},
+                                                 {"indications"},
+                                                 {"indications", "destinations"},
+                                                 {"indications", "filters"},
+                                                 {"indications", "subscriptions"}};
+    for (const std::string& table : instance_tables()) all.push_back({"instances", table});
+    return all;
   }
 
   static std::vector<std::string> split(const std::string& text, char at = ',') {
@@ -47,6 +48,17 @@ class Forms : public CommandTest {
   }
 
  private:
+  // Where the library knows one row, its name.
+  void name_what_has_one_name() {
+    const std::pair<const char*, const char*> names[] = {{"textredirectionservice", "TextRedirectionService1"},
+                                                         {"textredirectionsap", "TextRedirectionSAP1"},
+                                                         {"account_management_service", "AccountManagementService"},
+                                                         {"indication_service", "IndicationService"}};
+    for (const auto& [table, name] : names) {
+      sql("update " + std::string(table) + " set Name = '" + name + "' where rowid = 1;");
+    }
+  }
+
   void insert(const std::string& table, const std::string& text, int row) {
     const std::string number = "case name when 'SensorType' then " + std::string(row == 1 ? "7" : "12") +
                                " when 'EntityID' then 10 "
@@ -105,6 +117,36 @@ TEST_F(Forms, EveryListIsWrittenAsCsvWithAsManyFieldsInEachLine) {
       }
       EXPECT_GE(lines, 2u) << list.front();
     }
+    std::filesystem::remove(database());
+  }
+}
+
+TEST_F(Forms, EveryListHasOneLineLessWithoutItsHead) {
+  for (const char* kind : {"cim", "tmp_cim", "association"}) {
+    fill(kind);
+    for (auto list : lists(kind)) {
+      const bool has_several = list.front() == "assets" || list == std::vector<std::string>{"indications"};
+      if (has_several) continue;
+      const auto before = split(on_database(list).out, '\n');
+      list.push_back("--no-header");
+      EXPECT_EQ(split(on_database(list).out, '\n').size(), before.size() - 1) << list.front() << ' ' << list.back();
+    }
+    std::filesystem::remove(database());
+  }
+}
+
+TEST_F(Forms, ListsWithoutHeadsAreRowsOnly) {
+  on_database({"init"});
+  for (const char* list : {"sel", "assets", "indications"}) {
+    EXPECT_EQ(on_database({list, "--no-header"}).out, "") << list;
+    EXPECT_NE(on_database({list}).out, "") << list;
+  }
+}
+
+TEST_F(Forms, EveryListIsWrittenAsJson) {
+  for (const char* kind : {"cim", "tmp_cim", "association"}) {
+    fill(kind);
+    for (const auto& list : lists(kind)) EXPECT_FALSE(rows(list).empty()) << list.front() << ' ' << list.back();
     std::filesystem::remove(database());
   }
 }

@@ -58,17 +58,6 @@ int32_t first_dhcp_capabilities(sqlite3* db, dhcp_capabilities_rec* record) {
   return status;
 }
 
-// The get-all leaves out which side an entry is for: each is read again by itself.
-int32_t boot_order(sqlite3* db, int32_t* count, boot_order_rec** records) {
-  int32_t status = db_get_all_boot_order(db, count, records);
-  for (int32_t i = 0; status == 0 && *records && i < *count; ++i) {
-    const std::string id((*records)[i].InstanceID,
-                         strnlen((*records)[i].InstanceID, sizeof(boot_order_rec::InstanceID)));
-    status = db_get_boot_order(db, id.c_str(), &(*records)[i]);
-  }
-  return status;
-}
-
 InstanceTable ena_log_elem_cap() {
   using Record = ena_log_elem_cap_rec;
   return every_row<Record>("ena_log_elem_cap",
@@ -193,9 +182,22 @@ InstanceTable boot_service() {
                            db_get_all_boot_service);
 }
 
-InstanceTable boot_order_table() {
+// For which side an entry is, which the get-all leaves out; nothing where its ID, too long for the field, finds no row.
+Json side_of(const Database& database, const std::string& id) {
+  boot_order_rec entry{};
+  return db_get_boot_order(database.handle(), id.c_str(), &entry) == 0 ? Json(entry.isHost) : Json(nullptr);
+}
+
+InstanceTable boot_order() {
   using Record = boot_order_rec;
-  return every_row<Record>("boot_order", {MEMBER(InstanceID), MEMBER(AssignedSequence), MEMBER(isHost)}, boot_order);
+  InstanceTable table = every_row<Record>("boot_order", {MEMBER(InstanceID), MEMBER(AssignedSequence), MEMBER(isHost)},
+                                          db_get_all_boot_order);
+  table.read = [read = table.read](const Database& database) {
+    std::vector<Json> rows = read(database);
+    for (Json& row : rows) row["isHost"] = side_of(database, row["InstanceID"]);
+    return rows;
+  };
+  return table;
 }
 
 InstanceTable ip_assign_settingdata() {
@@ -324,7 +326,7 @@ const std::vector<InstanceTable>& all_instance_tables() {
                                                     boot_service_capabilities(),
                                                     boot_source_setting(),
                                                     boot_service(),
-                                                    boot_order_table(),
+                                                    boot_order(),
                                                     ip_assign_settingdata(),
                                                     static_ip_assign_settingdata(),
                                                     role_based_mgt_capabilities(),
