@@ -72,6 +72,14 @@ GetAll get_all(const std::string& name, std::int32_t (*function)(sqlite3*, std::
 }
 #define GET_ALL(function) get_all(#function, function)
 
+// Releases the lists of the only row's association, which is to be compared by its bytes alone.
+void release_lists(association_rec& record) {
+  auto* copy = static_cast<association_rec*>(std::malloc(sizeof(association_rec)));
+  *copy = record;
+  FreeDBData(&copy, 1);
+  record.List5 = record.List6 = record.List7 = record.List8 = nullptr;
+}
+
 const GetAll kGetAlls[] = {
     GET_ALL(db_get_all_compact_sdrs),
     GET_ALL(db_get_all_compact_sdrs_by_phy_elem_type),
@@ -116,6 +124,12 @@ const GetAll kGetAlls[] = {
     get_all_of<association_reg_rec>(
         "load_plugins",
         [](sqlite3*, std::int32_t* count, association_reg_rec** to) { return load_plugins(to, count, "any"); }),
+    get_all_of<association_rec>("assoc_get_global_data",
+                                [](sqlite3*, std::int32_t* count, association_rec** to) {
+                                  const std::int32_t status = assoc_get_global_data(to, count);
+                                  if (*to != nullptr) release_lists(**to);
+                                  return status;
+                                }),
     get_all_of<char*>("get_all_ps_from_db",
                       [](sqlite3*, std::int32_t* count, char*** to) {
                         const std::int32_t status = get_all_ps_from_db(to, count);
@@ -181,6 +195,11 @@ class HugeCounts : public ClaimedCounts, public testing::WithParamInterface<GetA
            GetParam().name == "db_get_all_indication_filter_cimxml";
   }
 
+  // Plug-ins and associations fewer than none are none.
+  static bool takes_less_than_nothing_for_none() {
+    return GetParam().name == "load_plugins" || GetParam().name == "assoc_get_global_data";
+  }
+
   // Either there is no memory for so many records, or there is and the row is the first of them.
   void expect_sound(sqlite3_int64 rows) {
     SCOPED_TRACE(rows);
@@ -217,13 +236,39 @@ TEST_P(HugeCounts, BeyondAnInt32AreTakenByTheirLow32Bits) {
   EXPECT_EQ(GetParam().name == "get_all_ps_from_db" ? 1 : 2, two.count);
   for (const sqlite3_int64 rows : {sqlite3_int64{1} << 31, sqlite3_int64{-1}}) {
     const Answer less_than_nothing = answer_when(rows);
-    EXPECT_EQ(GetParam().name == "load_plugins" || hides_short_memory() ? 0 : 1, less_than_nothing.status);
+    EXPECT_EQ(takes_less_than_nothing_for_none() || hides_short_memory() ? 0 : 1, less_than_nothing.status);
     EXPECT_FALSE(less_than_nothing.has_records);
   }
 }
 
 const auto name_of = [](const testing::TestParamInfo<GetAll>& info) { return info.param.name; };
 INSTANTIATE_TEST_SUITE_P(Of, HugeCounts, testing::ValuesIn(kGetAlls), name_of);
+
+constexpr sqlite3_int64 kBelowZero[] = {sqlite3_int64{1} << 31, -1};
+
+TEST_F(ClaimedCounts, BelowZeroAreNoAssociationsAndNoCount) {
+  for (const sqlite3_int64 rows : kBelowZero) {
+    claimed = rows;
+    association_rec untouched;
+    association_rec* records = &untouched;
+    std::int32_t count = 77;
+    EXPECT_EQ(0, assoc_get_global_data(&records, &count));
+    EXPECT_EQ(nullptr, records);
+    EXPECT_EQ(77, count);
+  }
+}
+
+TEST_F(ClaimedCounts, BelowZeroAreACountOfPlugInsAndNoArray) {
+  for (const sqlite3_int64 rows : kBelowZero) {
+    claimed = rows;
+    association_reg_rec untouched;
+    association_reg_rec* records = &untouched;
+    std::int32_t count = 77;
+    EXPECT_EQ(0, load_plugins(&records, &count, "any"));
+    EXPECT_EQ(&untouched, records);
+    EXPECT_EQ(static_cast<std::int32_t>(rows), count);
+  }
+}
 
 // Compact and full sensors are one array, and each kind alone is as many as can be.
 TEST_F(ClaimedCounts, OfBothKindsOfSensorsAreAFailure) {

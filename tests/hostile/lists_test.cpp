@@ -2,12 +2,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "hostile/guarded_blocks.h"
 #include "hostile/hostile_test.h"
+#include "torture/guarded.h"
 
 namespace qmv::test {
 namespace {
@@ -127,50 +130,101 @@ TEST_P(Lists, OfDifferentLengthsAreReleasedAsFarAsTheirCount) {
   }
 }
 
-// What columns hold besides lists.
-class AssociationColumns : public HostileLists {};
-
-TEST_F(AssociationColumns, FillTheirMembersAndNoOthers) {
-  for (std::size_t column = 0; column < 9; ++column) {
-    for (const Stored& value : column == 4 ? hostile_numbers() : hostile_texts(256)) {
-      SCOPED_TRACE("column " + std::to_string(column) + ": " + value.name);
-      std::vector<Stored> row = row_of("{5}", "{6}", "{7}", "{8}");
-      row[column] = value;
-      const association_rec record = loaded(row);
-      if (column == 5 && value.name == "NULL") ++lost_;  // list 6 has no count, and its text is lost
-      const std::pair<const char*, std::size_t> texts[] = {
-          {record.ClassName, 0}, {record.NameSpace, 1}, {record.Text2, 2}, {record.Text3, 3}};
-      for (const auto& [member, from] : texts) {
-        std::string expected = row[from].text;
-        expected.resize(256);
-        EXPECT_TRUE(expected == std::string(member, 256)) << "column " << from;
+// Each column with each value, as rows of a table.
+class AssociationColumns : public HostileLists {
+ protected:
+  void for_each_value(const std::function<void(const std::vector<Stored>& row, std::size_t column)>& test) {
+    make_tables_once();
+    for (std::size_t column = 0; column < 9; ++column) {
+      for (const Stored& value : column == 4 ? hostile_numbers() : hostile_texts(kTextSize)) {
+        SCOPED_TRACE("column " + std::to_string(column) + ": " + value.name);
+        std::vector<Stored> row = row_of("{5}", "{6}", "{7}", "{8}");
+        row[column] = value;
+        test(row, column);
       }
-      EXPECT_EQ(row[4].number, record.Flag4);
     }
   }
+
+  void fill_from_row(association_rec& record) {
+    sqlite3_stmt* row = nullptr;
+    ASSERT_EQ(SQLITE_OK, sqlite3_prepare_v2(db, "select * from association;", -1, &row, nullptr));
+    EXPECT_EQ(SQLITE_ROW, sqlite3_step(row));
+    fill_association_data(row, &record);
+    sqlite3_finalize(row);
+  }
+
+  static bool is_null(const Stored& value) { return value.name == "NULL"; }
+
+  // A text member that a column fills, what a NULL leaves behind it.
+  static std::string member_of(const Stored& value, char before = 0) {
+    std::string member = value.text;
+    member.resize(kTextSize, is_null(value) ? before : '\0');
+    return member;
+  }
+
+  // A list that is one element or none.
+  static void release_list(char** list) {
+    std::free(*list);
+    std::free(list);
+  }
+
+  static constexpr std::size_t kTextSize = 256;
+};
+
+TEST_F(AssociationColumns, FillTheirMembersAndNoOthers) {
+  for_each_value([this](const std::vector<Stored>& row, std::size_t column) {
+    const association_rec record = loaded(row);
+    if (column == 5 && is_null(row[5])) ++lost_;  // list 6 has no count, and its text is lost
+    EXPECT_TRUE(member_of(row[0]) == std::string(record.ClassName, kTextSize));
+    EXPECT_TRUE(member_of(row[1]) == std::string(record.NameSpace, kTextSize));
+    EXPECT_TRUE(member_of(row[2]) == std::string(record.Text2, kTextSize));
+    EXPECT_TRUE(member_of(row[3]) == std::string(record.Text3, kTextSize));
+    EXPECT_EQ(row[4].number, record.Flag4);
+  });
 }
 
 TEST_F(AssociationColumns, OfAllAssociationsAreReadLikewise) {
-  make_tables_once();
-  for (std::size_t column = 0; column < 9; ++column) {
-    for (const Stored& value : column == 4 ? hostile_numbers() : hostile_texts(256)) {
-      SCOPED_TRACE("column " + std::to_string(column) + ": " + value.name);
-      std::vector<Stored> row = row_of("{5}", "{6}", "{7}", "{8}");
-      row[column] = value;
-      put_row("association", row);
-      association_rec* records = nullptr;
-      std::int32_t count = 0;
-      ASSERT_EQ(0, assoc_get_global_data(&records, &count));
-      ASSERT_EQ(1, count);
-      std::string expected = row[2].text;
-      expected.resize(256);
-      EXPECT_TRUE(expected == std::string(records->Text2, 256));
-      EXPECT_STREQ("root/cimv2", records->NameSpace);
-      EXPECT_EQ(row[4].number, records->Flag4);
-      FreeDBData(&records, count);
-      if ((column == 5 || column == 7) && value.name == "NULL") ++lost_;  // so are texts of lists 6 and 8
+  for_each_value([this](const std::vector<Stored>& row, std::size_t column) {
+    put_row("association", row);
+    association_rec* records = nullptr;
+    std::int32_t count = 0;
+    ASSERT_EQ(0, assoc_get_global_data(&records, &count));
+    ASSERT_EQ(1, count);
+    EXPECT_TRUE(member_of(row[2]) == std::string(records->Text2, kTextSize));
+    EXPECT_STREQ("root/cimv2", records->NameSpace);
+    EXPECT_EQ(row[4].number, records->Flag4);
+    FreeDBData(&records, count);
+    if ((column == 5 || column == 7) && is_null(row[column])) ++lost_;  // so are texts of lists 6 and 8
+  });
+}
+
+// Used before, the record keeps what it held where a column is NULL.
+TEST_F(AssociationColumns, FillACallersRecordWhereTheyAreNotNull) {
+  for_each_value([this](const std::vector<Stored>& row, std::size_t) {
+    put_row("association", row);
+    const Guarded memory(sizeof(association_rec), '?');
+    auto& record = *reinterpret_cast<association_rec*>(memory.bytes());
+    const association_rec before = record;
+    fill_from_row(record);
+
+    EXPECT_TRUE(member_of(row[0], '?') == std::string(record.ClassName, kTextSize));
+    EXPECT_TRUE(member_of(row[1], '?') == std::string(record.NameSpace, kTextSize));
+    EXPECT_TRUE(member_of(row[2], '?') == std::string(record.Text2, kTextSize));
+    EXPECT_TRUE(member_of(row[3], '?') == std::string(record.Text3, kTextSize));
+    EXPECT_EQ(row[4].number, record.Flag4);
+    EXPECT_EQ(is_null(row[5]) ? before.Count5 : 1, record.Count5);
+    EXPECT_EQ(is_null(row[6]) ? before.Count6 : 1, record.Count6);
+    EXPECT_EQ(1, record.Count7) << "of list 7 or of list 8";
+    EXPECT_EQ(before.Count8, record.Count8);
+    const std::pair<char**, char**> lists[] = {{before.List5, record.List5},
+                                               {before.List6, record.List6},
+                                               {before.List7, record.List7},
+                                               {before.List8, record.List8}};
+    for (std::size_t i = 0; i < std::size(lists); ++i) {
+      EXPECT_EQ(is_null(row[5 + i]), lists[i].first == lists[i].second) << "list " << 5 + i;
+      if (lists[i].first != lists[i].second) release_list(lists[i].second);
     }
-  }
+  });
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // Columns with hostile values, read by functions that hand out one value of a row and no record.
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hostile/hostile_test.h"
@@ -44,6 +46,106 @@ TEST_P(SensorNumbers, AreTypesUnlikeTheEntitys) {
   EXPECT_EQ(1, db_check_is_entity_id_equals_to_sen_type(db, kEntity, kInstance));
 }
 
+// The name that a function hands out, none when it fails.
+std::string name_by(const std::function<std::int32_t(char**)>& function) {
+  char untouched = 0;
+  char* name = &untouched;
+  const std::int32_t status = function(&name);
+  EXPECT_EQ(name == &untouched ? 1 : 0, status);
+  if (name == &untouched) return "";
+  const std::string text = name;
+  db_freemem(name);
+  return text;
+}
+
+std::string processor(std::int32_t entity, std::int32_t instance) {
+  return name_by([=](char** name) { return get_processor_from_db(entity, instance, name); });
+}
+
+std::string power_supply(std::int32_t sensor) {
+  return name_by([=](char** name) { return get_ps_from_db(name, sensor); });
+}
+
+std::vector<std::string> power_supplies() {
+  char** names = nullptr;
+  std::int32_t count = -1;
+  EXPECT_EQ(0, get_all_ps_from_db(&names, &count));
+  const std::vector<std::string> texts(names, names + count);
+  for (std::int32_t i = 0; i < count; ++i) db_freemem(names[i]);
+  db_freemem(names);
+  return texts;
+}
+
+// Sensors that name what they belong to. Numbers are read as SQLite does, but found only where they are equal.
+class NamingSensors : public HostileTest, public testing::WithParamInterface<Stored> {
+ protected:
+  void SetUp() override {
+    HostileTest::SetUp();
+    for (const std::string table : {"compact_sdr", "full_sdr"})
+      sql("create table " + table + " (EntityID, EntityInstance, SensorNum, PhysicalElement);");
+  }
+
+  void put_sensor(const Stored& entity, const Stored& instance, const Stored& sensor) {
+    put_row("compact_sdr", {entity, instance, sensor, plain_number(kPowerSupplyElement)});
+  }
+
+  static std::string found(const std::string& name) { return GetParam().is_key ? name : ""; }
+
+  static constexpr std::int32_t kPowerSupplyElement = 1024;
+  const Stored processor_entity = plain_number(3);
+  const Stored supply_entity = plain_number(10);
+  const Stored four = plain_number(4);
+  const Stored five = plain_number(5);
+  const std::string number = std::to_string(GetParam().number);
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, NamingSensors, testing::ValuesIn(hostile_numbers()), name_of);
+
+TEST_P(NamingSensors, NumberProcessors) {
+  put_sensor(processor_entity, four, GetParam());
+  EXPECT_EQ("3:4:" + number + ":Processor", processor(3, 4));
+}
+
+TEST_P(NamingSensors, NumberPowerSupplies) {
+  put_sensor(supply_entity, four, GetParam());
+  const std::string name = "10:4:" + number + ":PowerSupply";
+  EXPECT_EQ(std::vector<std::string>{name}, power_supplies());
+  EXPECT_EQ(found(name), power_supply(GetParam().number));
+}
+
+TEST_P(NamingSensors, SayWhichProcessorItIs) {
+  put_sensor(processor_entity, GetParam(), five);
+  EXPECT_EQ(found("3:" + number + ":5:Processor"), processor(3, GetParam().number));
+}
+
+TEST_P(NamingSensors, SayWhichPowerSupplyItIs) {
+  put_sensor(supply_entity, GetParam(), five);
+  const std::string name = "10:" + number + ":5:PowerSupply";
+  EXPECT_EQ(std::vector<std::string>{name}, power_supplies());
+  EXPECT_EQ(name, power_supply(5));
+}
+
+TEST_P(NamingSensors, OfOtherEntitiesNameNothing) {
+  put_sensor(GetParam(), four, five);
+  EXPECT_EQ("", processor(GetParam().number, 4));
+  EXPECT_EQ(std::vector<std::string>(), power_supplies());
+  EXPECT_EQ("", power_supply(5));
+}
+
+// Entity IDs that are no such number, but are read as one.
+class EntityIdsReadAs : public NamingSensors {};
+
+INSTANTIATE_TEST_SUITE_P(APowerSupplys, EntityIdsReadAs, testing::ValuesIn(values_read_as(10)), name_of);
+INSTANTIATE_TEST_SUITE_P(AProcessors, EntityIdsReadAs, testing::ValuesIn(values_read_as(3)), name_of);
+
+TEST_P(EntityIdsReadAs, AreTakenForAPowerSupplysButNotForAProcessors) {
+  put_sensor(GetParam(), four, five);
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(number == "10" ? Names{"10:4:5:PowerSupply"} : Names{}, power_supplies());
+  EXPECT_EQ(number == "10" ? "10:4:5:PowerSupply" : "", power_supply(5));
+  EXPECT_EQ("", processor(3, 4));
+}
+
 class SingleTexts : public HostileTest, public testing::WithParamInterface<Stored> {};
 
 constexpr std::size_t kValueSize = 256;
@@ -63,6 +165,92 @@ TEST_P(SingleTexts, AreValuesOfAColumnAsFarAsThereIsRoom) {
   const Guarded value(kValueSize, '?');
   ASSERT_EQ(0, GetColumnValues("any", value.bytes(), "one", "any", 1));
   EXPECT_EQ(GetParam().text.substr(0, kValueSize - 1), value.bytes());
+}
+
+// Up to a zero; without an identifier there are no errors to look for.
+TEST_P(SingleTexts, AreIdentifiersOfJobsThatArePurgedWithTheirErrors) {
+  sql("create table concrete_job (InstanceID, JobState integer, RemovalTime integer); create table error_info "
+      "(ErrorSource);");
+  put_row("concrete_job", {GetParam(), plain_number(7), plain_number(1)});
+  put_row("error_info", {plain_text(GetParam().text)});
+  sql("insert into error_info values ('of another');");
+  db_clear_expired_concretejob(1);
+  EXPECT_EQ("0", values("select count(*) from concrete_job;").at(0));
+  EXPECT_EQ(GetParam().name == "NULL" ? "2" : "1", values("select count(*) from error_info;").at(0));
+  EXPECT_EQ("1", values("select count(*) from error_info where ErrorSource = 'of another';").at(0));
+}
+
+// What stands in a schema is a name, whatever it looks like.
+class HostileNames : public SingleTexts {
+ protected:
+  void create(const std::string& table, const std::string& column) {
+    sql("create table " + quoted(table) + " (" + quoted(column) + ", \"another\");");
+  }
+
+ private:
+  static std::string quoted(const std::string& name) {
+    std::string doubled;
+    for (const char letter : name) doubled += std::string(letter == '"' ? 2 : 1, letter);
+    return '"' + doubled + '"';
+  }
+};
+
+constexpr std::size_t kColumnNameSize = 128;
+INSTANTIATE_TEST_SUITE_P(OfTables, HostileNames, testing::ValuesIn(hostile_texts(kValueSize)), name_of);
+INSTANTIATE_TEST_SUITE_P(OfColumns, HostileNames, testing::ValuesIn(hostile_texts(kColumnNameSize)), name_of);
+INSTANTIATE_TEST_SUITE_P(OfSigns, HostileNames,
+                         testing::Values(plain_text("a\"b"), plain_text("a'b"), plain_text("[a]"), plain_text("%s%n%d"),
+                                         plain_text("a\nb"), plain_text("; drop table any; --"), plain_text("select")),
+                         name_of);
+
+TEST_P(HostileNames, AreFoundInAFileAsFarAsThereIsRoom) {
+  create(GetParam().text, "one");
+  const Guarded table(kValueSize, '?');
+  std::int32_t rows = -1;
+  ASSERT_EQ(0, get_static_instances("any", &rows, table.bytes()));
+  EXPECT_EQ(GetParam().text.substr(0, kValueSize - 1), table.bytes());
+  EXPECT_EQ(0, rows);
+}
+
+// A name as wide as its field has no zero behind it.
+TEST_P(HostileNames, AreListedAsFarAsThereIsRoom) {
+  create("any", GetParam().text);
+  column_name_node* head = nullptr;
+  ASSERT_EQ(0, GetColumnNames(&head, "any", "any"));
+  ASSERT_NE(nullptr, head);
+  std::string expected = GetParam().text;
+  expected.resize(kColumnNameSize);
+  EXPECT_TRUE(expected == std::string(head->ColumnName, kColumnNameSize));
+  ASSERT_NE(nullptr, head->Next);
+  EXPECT_STREQ("another", head->Next->ColumnName);
+  EXPECT_EQ(nullptr, head->Next->Next);
+  free_column_names(head);
+}
+
+// The rows of a table are counted by its name unquoted.
+using UnquotedNames = HostileTest;
+
+TEST_F(UnquotedNames, CountWhatTheySay) {
+  const std::pair<std::string, std::int32_t> names[] = {
+      {"t", 2},
+      {"t t", 2},
+      {"two words", 0},
+      {"t, t", 4},
+      {"t where two", 1},
+      {"t limit 0", 0},
+      {"t union all select 7", 7},
+      {"t; delete from t", 2},
+  };
+  for (const auto& [name, rows] : names) {
+    SCOPED_TRACE(name);
+    sql("create table t (two); insert into t values (1), (0); create table if not exists \"" + name + "\" (one);");
+    std::int32_t count = -1;
+    const Guarded table(kValueSize, '?');
+    EXPECT_EQ(0, get_static_instances("any", &count, table.bytes()));
+    EXPECT_EQ(rows, count);
+    EXPECT_EQ("2", values("select count(*) from t;").at(0));
+    sql("drop table t; drop table if exists \"" + name + "\";");
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "hostile/values.h"
 
 #include <limits>
+#include <utility>
 
 namespace qmv::test {
 
@@ -52,12 +53,17 @@ std::vector<Stored> hostile_texts(std::size_t width) {
   // Bytes that begin no character, and a character of four bytes that the field's end cuts.
   const std::string cut = std::string(width - 2, '\xff') + "\xf0\x9f\x98\x80\xc3(";
   const std::string bytes(width + 1, '\x80');
+  // Beyond the field: as long as a GUID's text, and over members behind it: up to four numbers and another text.
   return {
       long_text(0),
       long_text(1),
       long_text(width - 1),
       long_text(width),
       long_text(width + 1),
+      long_text(36),
+      long_text(width + 16),
+      long_text(width + 272),
+      long_text(10000),
       long_text(100000),
       {"NULL", sqlite3_bind_null},
       {"a zero at once", as_text("\0hidden"s)},
@@ -97,6 +103,21 @@ std::vector<Stored> hostile_numbers() {
       {"a text with a zero", as_text("7\0007"s), "7", 7},
       {"a blob", as_blob("77\0\x80"s), "77", 77},
   };
+}
+
+std::vector<Stored> values_read_as(std::int32_t number) {
+  const std::string digits = std::to_string(number);
+  const std::vector<std::pair<std::string, std::function<int(sqlite3_stmt*, int)>>> others = {
+      {"2^32 more", as_number(number + (sqlite3_int64{1} << 32))},
+      {"2^32 less", as_number(number - (sqlite3_int64{1} << 32))},
+      {"half more", as_real(number + 0.5)},
+      {"a text", as_text(digits)},
+      {"a text that goes on", as_text(" " + digits + " dozen")},
+      {"a blob", as_blob(digits + '\0' + '\xff')},
+  };
+  std::vector<Stored> values;
+  for (const auto& [name, bind] : others) values.push_back({name + " for " + digits, bind, {}, number});
+  return values;
 }
 
 }  // namespace qmv::test

@@ -32,6 +32,9 @@ Stored plain_number(std::int32_t number);
 std::vector<Stored> hostile_texts(std::size_t width);
 std::vector<Stored> hostile_numbers();
 
+// Other values that SQLite reads as that number, where it is asked for an int32.
+std::vector<Stored> values_read_as(std::int32_t number);
+
 }  // namespace qmv::test
 
 #endif
