@@ -178,11 +178,11 @@ Answer call_load_plugins(sqlite3* db, const Material& material) {
 }
 
 Answer call_db_set_concretejob(sqlite3* db, const Material& material) {
-  const Guarded job(sizeof(concrete_job_rec), material.fill);
+  Argument<concrete_job_rec*> job(Source{db, material});
   const Guarded identifier(sizeof(concrete_job_rec::InstanceID), 0);
-  const std::int32_t status =
-      db_set_concretejob(db, reinterpret_cast<concrete_job_rec*>(job.bytes()), identifier.bytes());
-  return {.status = status, .content = {job.bytes(), sizeof(concrete_job_rec)}};
+  Answer answer{.status = db_set_concretejob(db, job.get(), identifier.bytes())};
+  job.report(answer);
+  return answer;
 }
 
 Answer call_db_commit(sqlite3* db, const Material&) {
