@@ -11,7 +11,7 @@ namespace {
 
 class SoakTest : public ProcessesTest {
  protected:
-  SoakTest() { make_rows(); }
+  SoakTest() { traffic::make_rows(); }
 
   struct Calls {
     int writes = 0;
@@ -19,7 +19,7 @@ class SoakTest : public ProcessesTest {
   };
 
   // The next of the calls, in turn, and counts it.
-  static void call(std::span<const Call> calls, int turn, sqlite3* db, int& count) {
+  static void call(std::span<const traffic::Call> calls, int turn, sqlite3* db, int& count) {
     calls[static_cast<std::size_t>(turn) % calls.size()](db, '1');
     ++count;
   }
@@ -28,12 +28,12 @@ class SoakTest : public ProcessesTest {
   static Calls use(int writes_to_do) {
     const Connection db;
     do_not_wait_for_the_disk(db);
-    for (const Call write : writes()) write(db, '1');
+    for (const traffic::Call write : traffic::writes()) write(db, '1');
     Calls made;
     for (int i = 0; i < writes_to_do; ++i) {
-      call(writes(), i, db, made.writes);
-      for (int read = 0; read < 9; ++read) call(reads(), 9 * i + read, db, made.reads);
-      call(reads_by_path(), i, db, made.reads);
+      call(traffic::writes(), i, db, made.writes);
+      for (int read = 0; read < 9; ++read) call(traffic::reads(), 9 * i + read, db, made.reads);
+      call(traffic::reads_by_path(), i, db, made.reads);
     }
     return made;
   }

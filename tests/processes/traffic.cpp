@@ -9,7 +9,7 @@
 #include "processes_test.h"
 #include "qmv.h"
 
-namespace qmv::test {
+namespace qmv::test::traffic {
 
 namespace {
 
@@ -312,4 +312,4 @@ void make_rows() {
   EXPECT_EQ(SQLITE_OK, sqlite3_close(registry));
 }
 
-}  // namespace qmv::test
+}  // namespace qmv::test::traffic

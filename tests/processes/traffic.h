@@ -6,7 +6,7 @@
 
 #include <span>
 
-namespace qmv::test {
+namespace qmv::test::traffic {
 
 // Calls one function, with records, texts and numbers that all consist of a digit, and checks that nothing made of another
 // digit comes back.
@@ -22,6 +22,6 @@ std::span<const Call> reads_by_path();
 // Puts the rows that reads need and no write makes into the fixed files.
 void make_rows();
 
-}  // namespace qmv::test
+}  // namespace qmv::test::traffic
 
 #endif
