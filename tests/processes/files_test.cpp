@@ -4,12 +4,16 @@
 #include <sys/mount.h>
 
 #include <fstream>
+#include <map>
+#include <utility>
+#include <vector>
 
 #include "../support/child.h"
-#include "../support/figures.h"
+#include "../torture/calls.h"
+#include "../torture/databases.h"
+#include "../torture/tables.h"
 #include "host.h"
 #include "processes_test.h"
-#include "sensors.h"
 
 namespace qmv::test {
 namespace {
@@ -21,38 +25,79 @@ constexpr std::int32_t kReadOnly = 8;
 constexpr std::int32_t kFull = 13;
 constexpr std::int32_t kCannotOpen = 14;
 
+// What the functions answer that report a write that failed. All others answer 0 whatever became of it.
+std::map<std::string, std::int32_t> statuses_of_failed_writes(std::int32_t code) {
+  return {
+      {"db_execute", code},
+      {"db_addsel", 1},
+      {"db_add_sel_entries", 1},
+      {"db_set_boot_order", 1},
+      {"db_set_pwds_capablities", 1},
+      {"db_set_listener_destination", 1},
+      {"db_set_indication_filter_cimxml", 1},
+      {"db_delete_listener_destination", 1},
+      {"db_delete_indication_filter_cimxml", 1},
+      {"db_delete_indication_subscription", 1},
+      {"db_delete_indication_subscription_for_filter", 1},
+      {"db_init_static_ip_assignment_settingdata", 1},
+      {"db_modify_trs_rs", 1},
+      {"db_modify_textSAP_rs", 1},
+  };
+}
+
 class FilesTest : public ProcessesTest {
  protected:
-  static void store(const std::string& key, int number) {
-    const Connection db;
-    const compact_sdr_rec record = sensor(key, number);
-    EXPECT_EQ(0, db_set_compact_sdr_info(db, &record)) << "a set answers 0 whatever the insert did";
+  FilesTest() { make_database(); }
+
+  // Every table has rows.
+  void make_database() const { EXPECT_TRUE(write_text(file("cim.db"), image_of_all_tables())); }
+
+  // Every function that writes to a connection, with a record that is new: of one that is there SQLite says so before it
+  // writes. What db_commit() commits was written before.
+  static std::vector<Call> writers() {
+    std::vector<Call> found;
+    for (Call call : calls()) {
+      if (call.name == "db_commit" || (call.shape != Shape::kSet && !is_writer(call))) continue;
+      call.material.fill = 'n';
+      found.push_back(std::move(call));
+    }
+    return found;
   }
 
-  // What is there can be read; nothing has come and nothing has changed.
-  static void expect_one_row() {
+  static std::string stored() { return content(Connection()); }
+
+  // Every call answers as its header says, and nothing has changed.
+  static void expect_no_write(std::int32_t code) {
+    const std::string before = stored();
+    std::map<std::string, std::int32_t> reporting = statuses_of_failed_writes(code);
     const Connection db;
-    EXPECT_EQ(1, stored_number(db, "old"));
-    EXPECT_EQ(-2, stored_number(db, "new"));
-    std::int32_t count = -1;
-    EXPECT_EQ(0, db_get_num_compact_sdr(db, &count, 0));
-    EXPECT_EQ(1, count);
-    EXPECT_EQ(0, half_rows(db));
+    for (const Call& call : writers()) {
+      const auto reported = reporting.extract(call.name);
+      EXPECT_EQ(reported ? reported.mapped() : 0, call.run(db, call.material).status) << call.name;
+    }
+    EXPECT_TRUE(reporting.empty()) << reporting.begin()->first << " was not called";
+    EXPECT_TRUE(before == stored());
     EXPECT_EQ("ok", text_of(db, "pragma integrity_check"));
   }
 
-  // Neither a new row nor another number in the old one, and not a bit of either.
-  static void expect_no_write(std::int32_t status) {
-    store("new", 2);
-    expect_one_row();
-    store("old", 3);
-    expect_one_row();
+  // Every call stores something, and all is well.
+  void expect_writes() const {
+    const std::string before = stored();
+    for (const Call& call : writers()) {
+      make_database();
+      EXPECT_EQ(0, call.run(Connection(), call.material).status) << call.name;
+      EXPECT_FALSE(before == stored()) << call.name;
+    }
+  }
+
+  // What is there comes back as from a database in memory.
+  static void expect_reads() {
+    const Database same;
     const Connection db;
-    EXPECT_EQ(status, db_execute(db, "insert into compact_sdr (DeviceID) values ('new');"));
-    EXPECT_EQ(status, db_execute(db, "update compact_sdr set DeviceID = 'new';"));
-    EXPECT_EQ(status, db_execute(db, "delete from compact_sdr;"));
-    EXPECT_EQ(status, db_execute(db, "create table more (number);"));
-    expect_one_row();
+    for (const Shape shape : {Shape::kCount, Shape::kGetAll, Shape::kGetOne}) {
+      for (const Call& call : calls_of(shape))
+        EXPECT_TRUE(call.run(same.get(), call.material) == call.run(db, call.material)) << call.name;
+    }
   }
 
   // The dead handle that a failed open can leave goes with its process.
@@ -79,6 +124,9 @@ class FilesTest : public ProcessesTest {
     char value[256] = "";
     EXPECT_EQ(1, GetColumnValues("/tmp/cim.db", value, "1", "sel", 1));
     EXPECT_EQ(1, get_static_instances("/tmp/cim.db", &count, value));
+    const int before = errors();
+    db_clear_expired_concretejob(INT32_MAX);
+    EXPECT_EQ(before, errors()) << "it is silent";
   }
 
   // Gives up root's right to ignore permissions. Returns whether there is a user who lacks it.
@@ -119,15 +167,13 @@ class FilesTest : public ProcessesTest {
 TEST_F(FilesTest, FullFileSystemStoresNothingAndGoesOnWhenThereIsRoom) {
   in_child([this] {
     if (!mount_small(folder())) GTEST_SKIP() << "no file system may be mounted here";
-    make_file(file("cim.db"));
-    store("old", 1);
+    make_database();
     fill_up(file("rest"));
+    expect_reads();
     expect_no_write(kFull);
     EXPECT_EQ(0, fs::space(folder()).available);
     fs::remove(file("rest"));
-    store("new", 2);
-    const Connection db;
-    EXPECT_EQ(2, stored_number(db, "new"));
+    expect_writes();
   });
 }
 
@@ -143,15 +189,14 @@ TEST_F(FilesTest, NewFileOnAFullFileSystemStaysEmpty) {
 }
 
 TEST_F(FilesTest, ReadOnlyFileIsReadAndNotWritten) {
-  store("old", 1);
   fs::permissions(folder(), fs::perms(0555));
   fs::permissions(file("cim.db"), fs::perms(0444));
   in_child([] {
     if (!become_nobody()) GTEST_SKIP() << "there is no user but root here";
+    expect_reads();
     expect_no_write(kReadOnly);
   });
   fs::permissions(folder(), fs::perms(0755));
-  expect_one_row();
 }
 
 TEST_F(FilesTest, FileOfAnotherUserDoesNotOpen) {
@@ -171,12 +216,13 @@ TEST_F(FilesTest, NothingOpensInAMissingDirectory) {
 }
 
 TEST_F(FilesTest, DirectoryInTheFilesPlaceDoesNotOpen) {
-  for (const char* name : {"cim.db", "tmp_cim.db", "smashclp.db", "Association.db"}) {
+  constexpr const char* kFiles[] = {"cim.db", "tmp_cim.db", "smashclp.db", "Association.db"};
+  for (const char* name : kFiles) {
     fs::remove(file(name));
     fs::create_directory(file(name));
   }
   in_child(expect_no_file_opens);
-  EXPECT_TRUE(fs::is_empty(file("cim.db")));
+  for (const char* name : kFiles) EXPECT_TRUE(fs::is_empty(file(name))) << name;
 }
 
 }  // namespace
