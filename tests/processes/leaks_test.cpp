@@ -93,6 +93,24 @@ TEST_F(LeaksTest, AddingAnEventInPlaceOfAnotherLeavesOneText) {
   });
 }
 
+TEST_F(LeaksTest, AddingSeveralEventsInPlaceOfOneLeavesATextForEach) {
+  in_child([] {
+    const Connection db;
+    sel_rec events[3] = {};
+    events[0].RecordID = 1;
+    events[2].RecordID = 2;
+    const auto add = [&](std::int32_t deleted) {
+      return left_by_each([&, deleted] { EXPECT_EQ(0, db_add_sel_entries(db, 3, events, deleted)); });
+    };
+    EXPECT_EQ(0, db_add_sel_entries(db, 3, events, 0));
+    const Held left = add(10);
+    EXPECT_EQ(2U, left.sqlite_blocks) << "one event has no number, and is skipped";
+    EXPECT_NEAR(2 * 40, static_cast<double>(left.sqlite_bytes), 2 * 16);
+    show("db_add_sel_entries_of_two", left);
+    EXPECT_EQ(0U, add(0).sqlite_blocks) << "nothing deleted";
+  });
+}
+
 TEST_F(LeaksTest, TerminateSequenceLeavesItsStatementAndTheLock) {
   const auto look_up = [] {
     sqlite3* db = nullptr;
@@ -139,6 +157,47 @@ TEST_F(LeaksTest, NewJobBehindOneWithoutIdentifierLeavesItsStatementAndTheLock) 
     EXPECT_EQ(1, open_statements(db));
   };
   EXPECT_EQ(SQLITE_BUSY, status_of_a_write_after(create));
+}
+
+TEST_F(LeaksTest, PairsWithoutInventoryLeaveTheirStatementAndTheLock) {
+  EXPECT_EQ(0,
+            db_execute(Connection(),
+                       "drop table fru; create table fru (FruIDSlaveAddr, DeviceAccessAddr, LUNBusID, ChannelNumber, "
+                       "EntityID, EntityInst, IdStrLen);"
+                       "insert into fru (EntityID, EntityInst) values (3, 1);"
+                       "insert into compact_sdr (DeviceID, EntityID, EntityInstance) values ('any', 3, 1);"
+                       "insert into full_sdr (DeviceID, EntityID, EntityInstance) values ('any', 3, 1);"));
+  const auto read = [](const char* name, auto get_all) {
+    return [=] {
+      sqlite3* db = nullptr;
+      ASSERT_EQ(0, db_init(&db));
+      const auto read_once = [=] {
+        fru_sdr_rec* pairs = nullptr;
+        std::int32_t count = 0;
+        EXPECT_EQ(1, get_all(db, &count, &pairs)) << "SQLite's code";
+        EXPECT_EQ(1, count);
+        db_freemem(pairs);
+      };
+      for (int i = 0; i < kCalls; ++i) read_once();
+      EXPECT_EQ(kCalls, open_statements(db));
+      const Held left = left_by_each(read_once);
+      EXPECT_EQ(0U, left.descriptors);
+      show(name, left);
+    };
+  };
+  EXPECT_EQ(SQLITE_BUSY, status_of_a_write_after(read("db_get_all_fru_compact_sdr", db_get_all_fru_compact_sdr)));
+  EXPECT_EQ(SQLITE_BUSY, status_of_a_write_after(read("db_get_all_fru_full_sdr", db_get_all_fru_full_sdr)));
+}
+
+TEST_F(LeaksTest, PurgeThatDoesNotCompileLeavesItsConnection) {
+  in_child([] {
+    const auto purge = [] { db_clear_expired_concretejob(INT32_MAX); };
+    EXPECT_EQ(Held(), left_by_each(purge)) << "one that compiles";
+    EXPECT_EQ(0, db_execute(Connection(tmp_db_init), "drop table concrete_job;"));
+    const Held left = left_by_each(purge);
+    EXPECT_EQ(1U, left.descriptors);
+    show("db_clear_expired_concretejob", left);
+  });
 }
 
 TEST_F(LeaksTest, ColumnNamesLeaveTheirConnection) {

@@ -441,6 +441,15 @@ TEST_F(Associations, DataCountsBothListsOfAPairByTheFirst) {
   for (char* each : left) std::free(each);
 }
 
+TEST_F(Associations, DataKeepsTheTextsOfAListWhoseCountedPartnerIsNull) {
+  make("insert into association (g) values ('{1,2}');");
+  load();
+  char* const left[] = {records->List6[0], records->List6[1]};
+  FreeDBData(&records, count);
+  EXPECT_EQ((std::map<void*, std::size_t>{{left[0], 2}, {left[1], 2}}), boundary().blocks_alive);
+  for (char* each : left) std::free(each);
+}
+
 TEST_F(Associations, DataWhoseListIsShorterThanItsCountEndsThere) {
   make("insert into association (f, g, h, i) values ('{1,2,3}', '{1}', '{1}', '{1,2,3}');");
   EXPECT_EQ(0, load("select * from association;"));
@@ -463,6 +472,15 @@ TEST_F(Associations, GlobalStructureKeepsListsFiveAndSix) {
     for (const int i : {0, 1}) std::free(list[i]);
     std::free(list);
   }
+}
+
+TEST_F(Associations, GlobalStructureKeepsTheTextsOfListEightOfQueriedOnes) {
+  make("insert into association (h, i) values ('{1}', '{2,3}');");
+  load("select * from association;");
+  char* const left[] = {records->List8[0], records->List8[1]};
+  EXPECT_EQ(0, free_global_structure(std::exchange(records, nullptr), count));
+  EXPECT_EQ((std::map<void*, std::size_t>{{left[0], 2}, {left[1], 2}}), boundary().blocks_alive);
+  for (char* each : left) std::free(each);
 }
 
 TEST_F(Associations, GlobalStructureCountsListsSevenAndEightApart) {
