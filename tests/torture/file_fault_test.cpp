@@ -20,7 +20,7 @@ namespace {
 const std::set<int> kFileCodes = {SQLITE_ERROR, SQLITE_IOERR, SQLITE_FULL, SQLITE_CANTOPEN};
 
 // The calls that are given a connection get one to a file, which has read nothing so far.
-class FileFault : public Torture {
+class FileFault : public FaultBelow {
  protected:
   void connect() override {
     ASSERT_EQ(SQLITE_OK, __real_sqlite3_open((fixed_files().folder() + "/all.db").c_str(), &connection_));
@@ -32,7 +32,7 @@ class FileFault : public Torture {
   // Fails every use of that kind, once and from then on.
   void expect_survived(Use use) {
     alone([&] {
-      const Trial healthy = learned();
+      const Trial healthy = learned_with_ends();
       EXPECT_EQ(changes_rows(), writes());
       for (const bool stays : {false, true}) {
         int nth = 1;
@@ -76,7 +76,7 @@ class FileFault : public Torture {
       put_back();
       return false;
     }
-    expect_possible(GetParam(), healthy, trial, kFileCodes);
+    expect_known_end(healthy, trial, kFileCodes);
     EXPECT_EQ(Texts({"ok"}), rows(store(), "pragma integrity_check;"));
     expect_whole_statements();
     put_back();

@@ -1,6 +1,8 @@
 // The n-th call of each kind that a function makes to SQLite fails, with every code that it can fail with, or a prepare
 // succeeds without a statement.
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -101,14 +103,131 @@ TEST_P(SqliteFault, OfOpenWithoutMemoryLeavesNoConnection) {
   });
 }
 
-TEST_P(SqliteFault, OfTheCountLeavesTheOutsOfGetAll) {
-  if (GetParam().shape != Shape::kGetAll) return;
-  const bool clears = GetParam().name == "db_get_all_physicalasset_element";
-  for (const auto calls : {&Boundary::prepares, &Boundary::steps, &Boundary::finalizes}) {
-    const Trial trial = tried([&] { boundary().*calls = {{1, SQLITE_IOERR}}; });
-    EXPECT_NE(Handed::kBlock, trial.answer.handed);
-    EXPECT_EQ(clears ? 0 : kUntouched, trial.answer.number);
+// It is prepared all the same, which is misuse to SQLite, or executed as nothing; statements are prepared before others
+// are executed. What becomes of one that is formatted twice, its own tests say.
+TEST_P(SqliteFault, OfATextIsOneOfItsStatement) {
+  alone([&] {
+    for (int nth = 1;; ++nth) {
+      SCOPED_TRACE("text " + std::to_string(nth));
+      put_back();
+      const Trial trial = tried([&] { boundary().fail_text = nth; });
+      if (boundary().fail_text != 0) break;
+      const auto prepared = static_cast<int>(boundary().tails.size());
+      const auto given = std::find(trial.statements.begin(), trial.statements.end(), "(null)");
+      if (given == trial.statements.end()) continue;
+      const int statement = static_cast<int>(given - trial.statements.begin()) + 1;
+      put_back();
+      Trial expected = tried([&] {
+        if (statement <= prepared) boundary().prepares = {{statement, SQLITE_MISUSE}};
+        if (statement > prepared) boundary().execs = {{statement - prepared, SQLITE_OK}};
+      });
+      expected.left.texts = trial.left.texts;  // what is not there cannot be left
+      expect_same_end(expected, trial);
+    }
+    put_back();
+  });
+}
+
+TEST_P(SqliteFault, OfCountLeavesNoNumberUnlessItComesAtTheEnd) {
+  if (GetParam().shape != Shape::kCount) return;
+  // Those whose number is no count, and stays as it is.
+  static const std::set<std::string> kReadValues = {"db_get_recordid_by_sensor_num",
+                                                    "db_check_is_entity_id_not_equals_to_sen_type"};
+  const int none = kReadValues.contains(GetParam().name) ? kUntouched : 0;
+  EXPECT_EQ(none, tried([] { boundary().prepares = {{1, SQLITE_IOERR}}; }).answer.number);
+  EXPECT_EQ(none, tried([] { boundary().prepares = {{1, SQLITE_OK}}; }).answer.number) << "without a statement";
+  EXPECT_EQ(none, tried([] { boundary().steps = {{1, SQLITE_IOERR}}; }).answer.number);
+  EXPECT_EQ(tried().answer.number, tried([] { boundary().finalizes = {{1, SQLITE_IOERR}}; }).answer.number);
+}
+
+// What get-alls hand out; the assets are those of two get-alls.
+class SqliteFaultOfGetAll : public Torture {
+ protected:
+  void expect_outs(std::optional<std::int32_t> number, Handed handed, const Trial& trial) {
+    EXPECT_EQ(number, trial.answer.number);
+    EXPECT_EQ(handed, trial.answer.handed);
   }
+
+  // What the pointer is without an array.
+  static Handed no_array() {
+    static const std::set<std::string> kCleared = {
+        "db_get_all_boot_order",
+        "db_get_all_compact_sdrs",
+        "db_get_all_compact_sdrs_by_phy_elem_type",
+        "db_get_all_concretejob",
+        "db_get_all_fru_compact_sdr",
+        "db_get_all_fru_full_sdr",
+        "db_get_all_fru_info",
+        "db_get_all_full_sdrs",
+        "db_get_all_full_sdrs_by_phy_elem_type",
+        "db_get_all_memory",
+        "db_get_all_physicalasset_element",
+        "db_get_all_processor",
+        "db_get_all_protocol_service",
+        "db_get_all_pwds_capablities",
+        "db_get_all_redundancyset",
+        "db_get_all_sel_records",
+    };
+    return kCleared.contains(GetParam().name) ? Handed::kNull : Handed::kNothing;
+  }
+
+  // Some make the array before the statement and write the number with the rows.
+  static bool has_array_first() {
+    return GetParam().name.find("_all_indication_") != std::string::npos ||
+           GetParam().name == "db_get_all_listener_destination";
+  }
+
+  static bool is_of_assets() { return GetParam().name == "db_get_all_physicalasset_element"; }
+
+  // The joins read inventory strings in between.
+  static bool steps_once_a_row() { return GetParam().name.find("_all_fru_") == std::string::npos; }
+
+  const Trial healthy = tried();
+  const std::string& records = healthy.answer.content;
+};
+
+INSTANTIATE_TEST_SUITE_P(Each, SqliteFaultOfGetAll, testing::ValuesIn(calls_of(Shape::kGetAll)), name_of);
+
+TEST_P(SqliteFaultOfGetAll, InTheCountLeavesTheOuts) {
+  const int untouched = is_of_assets() ? 0 : kUntouched;
+  for (const auto calls : {&Boundary::prepares, &Boundary::steps, &Boundary::finalizes})
+    expect_outs(untouched, no_array(), tried([&] { boundary().*calls = {{1, SQLITE_IOERR}}; }));
+}
+
+TEST_P(SqliteFaultOfGetAll, InItsPrepareComesBehindTheNumberAndBeforeTheArray) {
+  if (is_of_assets()) return;
+  const Trial trial = tried([] { boundary().prepares = {{2, SQLITE_IOERR}}; });
+  if (has_array_first()) return expect_outs(kUntouched, Handed::kBlock, trial);
+  expect_outs(healthy.answer.number, no_array(), trial);
+}
+
+TEST_P(SqliteFaultOfGetAll, ThatHasNoStatementLeavesZeroedRecords) {
+  if (is_of_assets()) return;
+  const Trial trial = tried([] { boundary().prepares = {{2, SQLITE_OK}}; });
+  if (has_array_first()) return expect_outs(kUntouched, Handed::kBlock, trial);
+  expect_outs(healthy.answer.number, Handed::kBlock, trial);
+  EXPECT_TRUE(trial.answer.content == std::string(records.size(), 0));
+}
+
+TEST_P(SqliteFaultOfGetAll, InAStepLeavesZeroedRecordsBehindTheLastRow) {
+  if (is_of_assets() || !steps_once_a_row()) return;
+  const std::size_t size = records.size() / static_cast<std::size_t>(*healthy.answer.number);
+  for (int nth = 2;; ++nth) {
+    SCOPED_TRACE("step " + std::to_string(nth));
+    const Trial trial = tried([&] { boundary().steps = {{nth, SQLITE_IOERR}}; });
+    if (!boundary().steps.empty()) break;
+    expect_outs(healthy.answer.number, Handed::kBlock, trial);
+    std::string read = records.substr(0, static_cast<std::size_t>(nth - 2) * size);
+    read.resize(records.size());
+    EXPECT_TRUE(read == trial.answer.content);
+  }
+}
+
+TEST_P(SqliteFaultOfGetAll, InItsFinalizeLeavesAllRecords) {
+  if (is_of_assets()) return;
+  const Trial trial = tried([] { boundary().finalizes = {{2, SQLITE_IOERR}}; });
+  expect_outs(healthy.answer.number, Handed::kBlock, trial);
+  EXPECT_TRUE(records == trial.answer.content);
 }
 
 TEST_P(SqliteFault, OfPrepareAndStepLeavesTheRecordOfGetOne) {
