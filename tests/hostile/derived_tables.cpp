@@ -43,49 +43,27 @@ Reader filler(const std::string& name, const std::string& table, std::int32_t (*
   });
 }
 
+// These members and the inventory strings.
+std::vector<Field> with_strings(std::vector<Field> fields) {
+  using Record = fru_sdr_rec;
+  for (const Field& string :
+       {FIELD(ChassisSerNumber), FIELD(ChassisPartNumber), FIELD(ChassisCustFields), FIELD(ProdSerNumber),
+        FIELD(ProdPartNumber), FIELD(ProdMfrName), FIELD(BrdSerNumber), FIELD(BrdPartNumber), FIELD(BrdMfrName)})
+    fields.push_back(string);
+  return fields;
+}
+
 std::vector<Field> asset_fields() {
   using Record = fru_sdr_rec;
-  return {FIELD(FruIDSlaveAddr),
-          FIELD(DeviceAccessAddr),
-          FIELD(LUNBusID),
-          FIELD(ChannelNumber),
-          FIELD(EntityID),
-          FIELD_FROM("EntityInstance", EntityInst),
-          FIELD_FROM("FRUIDStrLen", IDStrLen),
-          FIELD(DevIdStr),
-          FIELD(SensorNum),
-          FIELD(IdStrLen),
-          FIELD(IsFRUAvailable),
-          FIELD(IdStr),
-          FIELD(ChassisSerNumber),
-          FIELD(ChassisPartNumber),
-          FIELD(ChassisCustFields),
-          FIELD(ProdSerNumber),
-          FIELD(ProdPartNumber),
-          FIELD(ProdMfrName),
-          FIELD(BrdSerNumber),
-          FIELD(BrdPartNumber),
-          FIELD(BrdMfrName)};
+  return with_strings({FIELD(FruIDSlaveAddr), FIELD(DeviceAccessAddr), FIELD(LUNBusID), FIELD(ChannelNumber),
+                       FIELD(EntityID), FIELD_FROM("EntityInstance", EntityInst), FIELD_FROM("FRUIDStrLen", IDStrLen),
+                       FIELD(DevIdStr), FIELD(SensorNum), FIELD(IdStrLen), FIELD(IsFRUAvailable), FIELD(IdStr)});
 }
 
 std::vector<Field> joined_fields() {
   using Record = fru_sdr_rec;
-  return {FIELD(FruIDSlaveAddr),
-          FIELD(DeviceAccessAddr),
-          FIELD(LUNBusID),
-          FIELD(ChannelNumber),
-          FIELD(EntityID),
-          FIELD(EntityInst),
-          FIELD_FROM("IDStrLen", IdStrLen),
-          FIELD(ChassisSerNumber),
-          FIELD(ChassisPartNumber),
-          FIELD(ChassisCustFields),
-          FIELD(ProdSerNumber),
-          FIELD(ProdPartNumber),
-          FIELD(ProdMfrName),
-          FIELD(BrdSerNumber),
-          FIELD(BrdPartNumber),
-          FIELD(BrdMfrName)};
+  return with_strings({FIELD(FruIDSlaveAddr), FIELD(DeviceAccessAddr), FIELD(LUNBusID), FIELD(ChannelNumber),
+                       FIELD(EntityID), FIELD(EntityInst), FIELD_FROM("IDStrLen", IdStrLen)});
 }
 
 Reader assets() {
