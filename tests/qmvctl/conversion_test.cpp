@@ -54,6 +54,46 @@ TEST(Conversion, OfANonLinearSensorOrAnInfiniteResultIsNone) {
   EXPECT_FALSE(convert(sensor(1, 0, 0, 0, 0, 7), 0));
 }
 
+TEST(Conversion, TakesOneByteOfEachFactorFromAHostileRow) {
+  full_sdr_rec hostile = sensor(3, 5, 0, 0);
+  hostile.M = INT32_MAX - 0xFF + 3;
+  hostile.B = INT32_MIN + 5;
+  EXPECT_DOUBLE_EQ(*convert(hostile, 200), 605);
+}
+
+TEST(Formula, IsPutTogetherFromTheBytesOfTheRecord) {
+  full_sdr_rec record = sensor(-300, 300, -2, 3);
+  record.MTolerance = (record.MTolerance & 0xC0) | 0x15;
+  record.BAccuracy = (record.BAccuracy & 0xC0) | 0x2A;
+  record.Accuracy = 0x54;  // upper bits 5, exponent 1, no direction
+  const Formula formula = formula_of(record);
+  EXPECT_EQ(formula.m, -300);
+  EXPECT_EQ(formula.b, 300);
+  EXPECT_EQ(formula.b_exponent, -2);
+  EXPECT_EQ(formula.r_exponent, 3);
+  EXPECT_EQ(formula.tolerance, 0x15);
+  EXPECT_DOUBLE_EQ(formula.accuracy, 36.2);  // 5 * 64 + 42 hundredths, ten times
+}
+
+TEST(Linearization, IsNamedByItsFunction) {
+  EXPECT_EQ(linearization_name(0), "linear");
+  EXPECT_EQ(linearization_name(7), "1/x");
+  EXPECT_EQ(linearization_name(11), "cube root");
+  for (const int of_its_own : {12, 0x70, 0x7F, -1}) EXPECT_EQ(linearization_name(of_its_own), "non-linear");
+}
+
+TEST(Reading, IsGivenWhereItsFlagSaysSo) {
+  full_sdr_rec record{};
+  for (size_t reading = 0; reading < 3; ++reading) {
+    record.AnalogCharFlag = 1 << reading;
+    for (size_t other = 0; other < 3; ++other) EXPECT_EQ(has_reading(record, other), other == reading);
+  }
+  EXPECT_TRUE(has_reading(record, 3) && has_reading(record, 4)) << "the largest and the smallest one always";
+  record.RateUnit = 3 << 6;
+  record.AnalogCharFlag = 7;
+  for (size_t reading = 0; reading < 5; ++reading) EXPECT_FALSE(has_reading(record, reading)) << "it is not analog";
+}
+
 TEST(Rounding, KeepsTheDecimalsOfOneCount) {
   EXPECT_DOUBLE_EQ(rounded(sensor(53, 0, 0, -3), 13.356), 13.36);
   EXPECT_DOUBLE_EQ(rounded(sensor(53, 0, 0, 0), 1961.4), 1961);

@@ -249,18 +249,21 @@ TEST_F(Selections, OfInstancesGoByTheFirstColumn) {
 }
 
 TEST_F(Selections, ShowOneRecordInFull) {
-  EXPECT_EQ(on_database({"sensors", "show", "Board"}).out,
-            "DeviceID        : 20:00:02\n"
-            "Name            : Board\n"
-            "Type            : Temperature (01h)\n"
-            "Entity          : 7.1 System Board (07h)\n"
-            "Kind            : compact\n"
-            "Owner           : 00h\n"
-            "Owner LUN       : 00h\n"
-            "Number          : 05h\n"
-            "Record ID       : 0\n"
-            "Event type      : unspecified (00h)\n"
-            "CIM sensor type : 0\n");
+  const std::string shown = on_database({"sensors", "show", "Board"}).out;
+  EXPECT_EQ(shown.rfind("DeviceID               : 20:00:02\n"
+                        "Name                   : Board\n"
+                        "Type                   : Temperature (01h)\n"
+                        "Entity                 : 7.1 System Board (07h)\n"
+                        "Kind                   : compact\n"
+                        "Owner                  : 00h\n"
+                        "Owner LUN              : 00h\n"
+                        "Number                 : 05h\n"
+                        "Record ID              : 0\n"
+                        "Event type             : unspecified (00h)\n"
+                        "CIM sensor type        : 0\n",
+                        0),
+            0u)
+      << shown;
   EXPECT_EQ(rows({"sensors", "show", "Board"}).size(), 1u);
   EXPECT_EQ(on_database({"sensors", "show", "Board", "--csv"}).out.rfind("DeviceID,Name,", 0), 0u);
 }

@@ -216,12 +216,16 @@ TEST_F(FixedFile, IsUsedWithoutDb) {
   Bytes supply = compact_record(ascii_field("PS1 Status"));
   supply[8] = 10;
   supply[9] = 1;
+  Bytes input_power = full_record(ascii_field("PS1 Input Power"));
+  input_power[7] = 0x30;
+  input_power[8] = 10;
+  input_power[9] = 1;
   run({"init"});
-  EXPECT_EQ(run({"import", "--sdr", file("server.sdr", supply)}).status, 0);
+  EXPECT_EQ(run({"import", "--sdr", file("server.sdr", supply + input_power)}).status, 0);
   EXPECT_NE(run({"sensors"}).out.find("PS1 Status"), std::string::npos);
-  EXPECT_EQ(Json::parse(run({"power-supplies", "--json"}).out).at(0).at("instance"), "10:1:71:PowerSupply");
+  EXPECT_EQ(Json::parse(run({"power-supplies", "--json"}).out).at(0).at("instance"), "10:1:48:PowerSupply");
   std::filesystem::rename(path("cim.db"), database());
-  EXPECT_EQ(rows({"power-supplies"}).at(0).at("instance"), "10:1:71:PowerSupply");
+  EXPECT_EQ(rows({"power-supplies"}).at(0).at("instance"), "10:1:48:PowerSupply");
 }
 
 }  // namespace

@@ -160,6 +160,52 @@ TEST_F(Lists, PowerSuppliesAreOneAnEntity) {
   EXPECT_EQ(supplies.at(2).at("instance"), "19:1:9:PowerSupply");
 }
 
+TEST_F(Lists, FullSensorsAreShownWithTheirFormulaAndReadings) {
+  Bytes record = voltage();
+  record[30] = 0x05;  // nominal reading and normal minimum
+  record[31] = 230;
+  record[33] = 220;
+  record[34] = 255;
+  record[35] = 0;
+  import(record);
+  const std::string shown = on_database({"sensors", "show", "BB +12.0V"}).out;
+  EXPECT_NE(shown.find("Nominal reading        : 12.19\n"
+                       "Normal minimum         : 11.66\n"
+                       "Largest reading        : 13.52\n"
+                       "Smallest reading       : 0\n"
+                       "Linearization          : linear (00h)\n"
+                       "M                      : 53\n"
+                       "B                      : 0\n"
+                       "B exponent             : 0\n"
+                       "R exponent             : -3\n"),
+            std::string::npos)
+      << shown;
+  const Json row = rows({"sensors"}).at(0);
+  EXPECT_EQ(row.at("readings").at("nominal"), Json({{"raw", 230}, {"value", 12.19}}));
+  EXPECT_EQ(row.at("m"), 53);
+}
+
+// Wherever their bytes stand, the members come back as the repository had them.
+TEST_F(Lists, SensorsAreShownWithEveryMemberOfTheirRecord) {
+  import(compact_record(ascii_field("Fan")) + voltage());
+  for (const char* table : {"compact_sdr", "full_sdr"}) {
+    sql("update " + std::string(table) +
+        " set SDRType = 161, SensorInit = 162, SensorCaps = 163, AssertionMask = 41377, DeAssertionMask = 41378, "
+        "DiscreteReadingMask = 41379, RateUnit = 164, UnitModifier = 165, PHysterysis = 166, NHysterysis = 167, "
+        "OEM = 168, PhysicalElement = 41380, IdStr = 'identity', OtherSensorTypeDesc = 'other';");
+  }
+  sql("update compact_sdr set RecShareDir = 41381;");
+  for (const char* name : {"Fan", "BB +12.0V"}) {
+    const std::string shown = on_database({"sensors", "show", name}).out;
+    for (const char* text : {"A1h", "A2h", "A3h", "A1A1h", "A1A2h", "A1A3h", "A4h", "A5h", "A6h", "A7h", "A8h", "A1A4h",
+                             "identity", "other"}) {
+      EXPECT_NE(shown.find(std::string(" : ") + text + "\n"), std::string::npos) << name << ": " << text;
+    }
+    EXPECT_EQ(shown.find("Record sharing") != std::string::npos, name == std::string("Fan"));
+  }
+  EXPECT_NE(on_database({"sensors", "show", "Fan"}).out.find(": A1A5h\n"), std::string::npos);
+}
+
 TEST_F(Lists, AssetsOfAClassAreFrusWithSensorsAndSensorsAlone) {
   Bytes locator = fru_locator_record(ascii_field("Board"));
   locator[6] = 5;

@@ -19,7 +19,7 @@ namespace {
 const Keys kKeys{{"record_id", "sensor_name"}, "1", true, false, true};
 const ListCommand kEvents{"sel", "Show or change the event log", list_events, kKeys, "qmvctl sel --last 5 --wide"};
 const ListCommand kEventList{"list", "Show the events, as without a subcommand", list_events, kKeys,
-                             "qmvctl sel list --type voltage"};
+                             "qmvctl sel list --type temperature"};
 
 int number_in(const std::string& what, const std::string& text, int least, int most) {
   const auto number = number_of(text);

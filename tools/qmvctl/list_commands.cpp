@@ -17,14 +17,14 @@ const ListCommand kFruList{
 const ListCommand kProcessorList{"processors",
                                  "Show the processors",
                                  list_processors,
-                                 {{"device_id", "name"}, "20:00:30", true, true},
+                                 {{"device_id", "name"}, "20:00:40", true, true},
                                  "qmvctl processors --entity 3.1"};
 const ListCommand kMemoryList{
-    "memory", "Show the memory", list_memory, {{"device_id", "name"}, "20:00:30", true, true}, "qmvctl memory --csv"};
+    "memory", "Show the memory", list_memory, {{"device_id", "name"}, "20:00:48", true, true}, "qmvctl memory --csv"};
 const ListCommand kPowerSupplyList{"power-supplies",
                                    "Show the power supplies",
                                    list_power_supplies,
-                                   {{"instance", "fru"}, "10:1:80:PowerSupply", false, true},
+                                   {{"instance", "fru"}, "10:1:48:PowerSupply", false, true},
                                    "qmvctl power-supplies --wide"};
 const ListCommand kAssociationList{"associations",
                                    "Show the association registry",
@@ -42,7 +42,11 @@ const ListCommand kIndicationLists[] = {
      list_destinations,
      {{"name"}, "Station1"},
      "qmvctl indications destinations --json"},
-    {"filters", "Show the filters alone", list_filters, {{"name"}, "Station1"}, "qmvctl indications filters --wide"},
+    {"filters",
+     "Show the filters alone",
+     list_filters,
+     {{"name"}, "CriticalTemperature"},
+     "qmvctl indications filters --wide"},
     {"subscriptions",
      "Show the subscriptions alone",
      list_subscriptions,

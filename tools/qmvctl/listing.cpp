@@ -15,6 +15,15 @@ std::string member_text(const Json& row, const std::string& key) {
   return member->is_string() ? member->get<std::string>() : member->dump();
 }
 
+// The lower bits of a number, as many as the digits show.
+Column hex_column(const std::string& head, int width, const std::string& key, int digits) {
+  const auto text = [key, digits](const Json& row) -> std::string {
+    if (!row.contains(key)) return "";
+    return hex(row.at(key).get<int>() & ((1 << 4 * digits) - 1), digits) + "h";
+  };
+  return {head, width, text, Column::Align::kRight};
+}
+
 }  // namespace
 
 Column text_column(const std::string& head, int width, const std::string& key) {
@@ -30,8 +39,11 @@ Column name_column(const std::string& head, int width, const std::string& key, c
 }
 
 Column byte_column(const std::string& head, int width, const std::string& key) {
-  return {head, width, [key](const Json& row) { return hex(row.at(key).get<int>() & 0xFF) + "h"; },
-          Column::Align::kRight};
+  return hex_column(head, width, key, 2);
+}
+
+Column word_column(const std::string& head, int width, const std::string& key) {
+  return hex_column(head, width, key, 4);
 }
 
 std::string number_text(const Json& value) {

@@ -28,12 +28,13 @@ struct Column {
   bool is_state = false;  // Nominal, Warning or Critical
 };
 
-// Columns that show a member of the rows as it is, a name with its code, and numbers as hexadecimal bytes ("D0h"). A
-// missing member shows as "".
+// Columns that show a member of the rows as it is, a name with its code, and numbers as hexadecimal bytes ("D0h") or
+// words ("7A95h"). A missing member shows as "".
 Column text_column(const std::string& head, int width, const std::string& key);
 Column number_column(const std::string& head, int width, const std::string& key);
 Column name_column(const std::string& head, int width, const std::string& key, const std::string& code);
 Column byte_column(const std::string& head, int width, const std::string& key);
+Column word_column(const std::string& head, int width, const std::string& key);
 
 // A converted reading without trailing zeros: "13.26", "1961".
 std::string number_text(const Json& value);

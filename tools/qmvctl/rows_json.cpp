@@ -10,7 +10,7 @@ namespace {
 
 template <class Sensor>
 Json sensor_json(const Sensor& sensor, const char* kind) {
-  return {
+  Json row{
       {"device_id", text_of(sensor.DeviceID)},
       {"kind", kind},
       {"name", text_of(sensor.SensorName)},
@@ -29,23 +29,46 @@ Json sensor_json(const Sensor& sensor, const char* kind) {
       {"unit", reading_unit(sensor.RateUnit, sensor.BaseUnit, sensor.UnitModifier)},
       {"physical_element", sensor.PhysicalElement},
       {"fru", sensor.IsFRUAvailable ? Json(text_of(sensor.FruRecord.DevIdStr)) : Json(nullptr)},
+      {"id_string", text_of(sensor.IdStr)},
+      {"other_sensor_type", text_of(sensor.OtherSensorTypeDesc)},
   };
+  for (const auto& member : kRecordMembers<Sensor>) row[member.key] = sensor.*member.value;
+  return row;
+}
+
+// A raw value as it is, and converted where the sensor has a linear formula or a known function.
+Json level_json(const full_sdr_rec& sensor, const Level& level) {
+  const int32_t raw = sensor.*level.raw;
+  const auto value = convert(sensor, raw);
+  return {{"raw", raw}, {"value", value ? Json(rounded(sensor, *value)) : Json(nullptr)}};
 }
 
 }  // namespace
 
 Json to_json(const compact_sdr_rec& sensor) {
-  return sensor_json(sensor, "compact");
+  Json row = sensor_json(sensor, "compact");
+  row["sharing"] = sensor.RecShareDir;
+  return row;
 }
 
 Json to_json(const full_sdr_rec& sensor) {
   Json row = sensor_json(sensor, "full");
+  const Formula formula = formula_of(sensor);
+  row["linearization"] = sensor.Linearization;
+  row["linearization_name"] = linearization_name(sensor.Linearization);
+  row["m"] = formula.m;
+  row["b"] = formula.b;
+  row["b_exponent"] = formula.b_exponent;
+  row["r_exponent"] = formula.r_exponent;
+  row["tolerance"] = formula.tolerance;
+  row["accuracy"] = formula.accuracy;
+  Json& readings = row["readings"] = Json::object();
+  for (size_t i = 0; i < std::size(kReadings); ++i) {
+    if (has_reading(sensor, i)) readings[kReadings[i].key] = level_json(sensor, kReadings[i]);
+  }
   Json& thresholds = row["thresholds"] = Json::object();
   for (size_t i = 0; i < std::size(kThresholds); ++i) {
-    if (!has_threshold(sensor, i)) continue;
-    const int32_t raw = sensor.*kThresholds[i].raw;
-    const auto value = convert(sensor, raw);
-    thresholds[kThresholds[i].key] = {{"raw", raw}, {"value", value ? Json(rounded(sensor, *value)) : Json(nullptr)}};
+    if (has_threshold(sensor, i)) thresholds[kThresholds[i].key] = level_json(sensor, kThresholds[i]);
   }
   return row;
 }

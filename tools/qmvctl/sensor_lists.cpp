@@ -16,15 +16,50 @@ namespace qmvctl {
 
 namespace {
 
-// A threshold converted, or its raw count where the sensor has no linear formula.
-Column threshold_column(const Threshold& threshold) {
-  const auto text = [key = threshold.key](const Json& row) -> std::string {
-    if (!row.contains("thresholds") || !row["thresholds"].contains(key)) return "";
-    const Json& level = row["thresholds"][key];
-    if (level["value"].is_null()) return "raw " + hex(level["raw"].get<int>() & 0xFF) + "h";
-    return number_text(level["value"]);
+// A threshold or a reading of the record converted, or its raw count where the sensor has no linear formula.
+Column level_column(const Level& level, int width, const char* levels) {
+  const auto text = [key = level.key, levels](const Json& row) -> std::string {
+    if (!row.contains(levels) || !row[levels].contains(key)) return "";
+    const Json& value = row[levels][key];
+    if (value["value"].is_null()) return "raw " + hex(value["raw"].get<int>() & 0xFF) + "h";
+    return number_text(value["value"]);
   };
-  return {threshold.head, kWide, text, Column::Align::kRight};
+  return {level.head, width, text, Column::Align::kRight};
+}
+
+std::vector<Column> sensor_columns() {
+  std::vector<Column> columns{text_column("DeviceID", 10, "device_id"),
+                              text_column("Name", 16, "name"),
+                              name_column("Type", 16, "sensor_type_name", "sensor_type"),
+                              entity_column(20),
+                              text_column("Kind", kWide, "kind"),
+                              name_column("Unit", 10, "unit", "base_unit"),
+                              byte_column("Owner", kInFull, "owner_id"),
+                              byte_column("Owner LUN", kInFull, "owner_lun"),
+                              byte_column("Number", kInFull, "sensor_number"),
+                              number_column("Record ID", kInFull, "record_id"),
+                              name_column("Event type", kInFull, "event_type_name", "event_type"),
+                              number_column("CIM sensor type", kInFull, "cim_sensor_type"),
+                              text_column("Other sensor type", kInFull, "other_sensor_type"),
+                              text_column("FRU", kInFull, "fru"),
+                              word_column("Physical element", kInFull, "physical_element"),
+                              text_column("ID string", kInFull, "id_string")};
+  constexpr size_t kLowestToHighest[] = {2, 1, 0, 3, 4, 5};
+  for (const size_t threshold : kLowestToHighest) {
+    columns.push_back(level_column(kThresholds[threshold], kWide, "thresholds"));
+  }
+  for (const Level& reading : kReadings) columns.push_back(level_column(reading, kInFull, "readings"));
+  columns.insert(columns.end(), {name_column("Linearization", kInFull, "linearization_name", "linearization"),
+                                 number_column("M", kInFull, "m"), number_column("B", kInFull, "b"),
+                                 number_column("B exponent", kInFull, "b_exponent"),
+                                 number_column("R exponent", kInFull, "r_exponent"),
+                                 number_column("Tolerance (1/2 counts)", kInFull, "tolerance"),
+                                 number_column("Accuracy (%)", kInFull, "accuracy")});
+  for (const auto& member : kRecordMembers<full_sdr_rec>) {
+    columns.push_back(member.column(member.head, kInFull, member.key));
+  }
+  columns.push_back(word_column("Record sharing", kInFull, "sharing"));
+  return columns;
 }
 
 Listing list_components(const std::vector<compact_sdr_rec>& sensors, const std::string& empty_text) {
@@ -68,24 +103,21 @@ std::vector<PowerSupply> power_supplies_of_fixed_file(const Database& database) 
   return supplies;
 }
 
-// One power supply an entity, by the compact sensors first.
+// One power supply an entity, by its sensor with the lowest number, as in the fixed file.
 std::vector<PowerSupply> power_supplies_of(const Database& database) {
   std::map<std::pair<int32_t, int32_t>, PowerSupply> by_entity;
   const auto take = [&](const auto& sensors) {
     for (const auto& sensor : sensors) {
-      const bool is_supply = sensor.EntityID == 10 || sensor.EntityID == 19;  // power supply, power unit
-      if (is_supply) {
-        by_entity.try_emplace({sensor.EntityID, sensor.EntityInstance},
-                              PowerSupply{sensor.EntityID, sensor.EntityInstance, sensor.SensorNum});
-      }
+      const bool is_supply = (sensor.PhysicalElement & kPowerSupply) != 0 &&
+                             (sensor.EntityID == 10 || sensor.EntityID == 19);  // power supply, power unit
+      if (!is_supply) continue;
+      const PowerSupply supply{sensor.EntityID, sensor.EntityInstance, sensor.SensorNum};
+      PowerSupply& known = by_entity.try_emplace({sensor.EntityID, sensor.EntityInstance}, supply).first->second;
+      known.sensor_number = std::min(known.sensor_number, supply.sensor_number);
     }
   };
-  take(read_all<compact_sdr_rec>(database, "compact_sdr", [](sqlite3* db, int32_t* count, compact_sdr_rec** records) {
-    return db_get_all_compact_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
-  }));
-  take(read_all<full_sdr_rec>(database, "full_sdr", [](sqlite3* db, int32_t* count, full_sdr_rec** records) {
-    return db_get_all_full_sdrs_by_phy_elem_type(db, kPowerSupply, count, records);
-  }));
+  take(compact_sensors(database));
+  take(full_sensors(database));
   std::vector<PowerSupply> supplies;
   for (const auto& [entity, supply] : by_entity) supplies.push_back(supply);
   return supplies;
@@ -94,17 +126,7 @@ std::vector<PowerSupply> power_supplies_of(const Database& database) {
 }  // namespace
 
 Listing list_sensors(const Database& database) {
-  Listing listing{{text_column("DeviceID", 10, "device_id"), text_column("Name", 16, "name"),
-                   name_column("Type", 16, "sensor_type_name", "sensor_type"), entity_column(20),
-                   text_column("Kind", kWide, "kind"), name_column("Unit", 10, "unit", "base_unit"),
-                   byte_column("Owner", kInFull, "owner_id"), byte_column("Owner LUN", kInFull, "owner_lun"),
-                   byte_column("Number", kInFull, "sensor_number"), number_column("Record ID", kInFull, "record_id"),
-                   name_column("Event type", kInFull, "event_type_name", "event_type"),
-                   number_column("CIM sensor type", kInFull, "cim_sensor_type"), text_column("FRU", kInFull, "fru")},
-                  {},
-                  "There are no sensors."};
-  constexpr size_t kLowestToHighest[] = {2, 1, 0, 3, 4, 5};
-  for (const size_t threshold : kLowestToHighest) listing.columns.push_back(threshold_column(kThresholds[threshold]));
+  Listing listing{sensor_columns(), {}, "There are no sensors."};
   for (const auto& sensor : compact_sensors(database)) listing.rows.push_back(to_json(sensor));
   for (const auto& sensor : full_sensors(database)) listing.rows.push_back(to_json(sensor));
   return listing;
