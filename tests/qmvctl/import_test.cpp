@@ -71,7 +71,7 @@ TEST_F(Import, ReportsWhatWasStoredAndWhatNoTableHolds) {
 
 TEST_F(Import, ReportsAsJson) {
   const Json report = rows({"import", "--sdr", repository});
-  EXPECT_EQ(report.at("stored").at("FRU"), 2);
+  EXPECT_EQ(report.at("stored").at("frus"), 2);
   EXPECT_EQ(report.at("not_held").at("OEM"), 1);
   EXPECT_EQ(report.at("notes").size(), 0u);
 }

@@ -101,6 +101,8 @@ TEST_F(Usage, WrongUsageExitsWithTwoAndSaysWhyOnStandardError) {
       {"import", "--fru", "256=file"},
       {"import", "--fru", "-1=file"},
       {"import", "--fru", "1=file", "--fru", "0x1=other"},
+      {"export", "--sdr", "file", "--sel", "file"},
+      {"export", "--fru", "0=file", "--sel", "./file"},
   };
   on_database({"init"});
   for (const auto& arguments : wrong) {

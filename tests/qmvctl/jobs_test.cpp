@@ -59,6 +59,7 @@ TEST_F(Jobs, AreATableForPeople) {
             "Job-1       Flash  Exception       40  verify failed  6,17                           5       1\n"
             "Job-20      Boot   Running        100  going          2                             60       0\n");
   EXPECT_EQ(on_database({"jobs"}).out, table);
+  EXPECT_NE(on_database({"jobs", "show", "Job-1"}).out.find("Exception (10)\n"), std::string::npos);
   EXPECT_EQ(on_database({"jobs", "list"}).out, table);
 }
 

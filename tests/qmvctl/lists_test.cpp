@@ -294,6 +294,22 @@ TEST(Table, LeavesOutItsHeads) {
   EXPECT_EQ(empty.str(), "");
 }
 
+TEST(Table, ThatGrowsIsAlignedWithWhatItWas) {
+  const std::vector<Column> columns{text_column("ID", 5, "a"), text_column("Type", kWide, "b"),
+                                    text_column("Name", 8, "c")};
+  for (const bool is_wide : {false, true}) {
+    std::ostringstream out;
+    Form form{.is_wide = is_wide, .is_growing = true};
+    print_table(out, form, {columns, {{{"a", "1"}, {"b", "Temperature"}, {"c", "x"}}}, ""});
+    form.has_heads = false;
+    print_table(out, form, {columns, {{{"a", "200"}, {"b", "Fan"}, {"c", "x"}}}, ""});
+    EXPECT_EQ(out.str(), is_wide ? "ID     Type                  Name\n"
+                                   "1      Temperature           x\n"
+                                   "200    Fan                   x\n"
+                                 : "ID     Name\n1      x\n200    x\n");
+  }
+}
+
 TEST(Table, ColoursWarningsAndCriticalStatesOnly) {
   Listing listing{
       {text_column("State", 8, "s"), text_column("Name", 8, "n")},

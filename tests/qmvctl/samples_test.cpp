@@ -240,9 +240,9 @@ TEST_F(RecordedSamples, EveryRecordOfARepositoryIsAccountedFor) {
   for (const Counts& server : kServers) {
     SCOPED_TRACE(server.name);
     const Json report = rows({"import", "--sdr", sample(std::string("sdr/") + server.name + ".sdr")});
-    EXPECT_EQ(report.at("stored").at("full sensor"), server.full);
-    EXPECT_EQ(report.at("stored").at("compact sensor"), server.compact);
-    EXPECT_EQ(report.at("stored").at("FRU locator"), server.locators);
+    EXPECT_EQ(report.at("stored").at("full_sensors"), server.full);
+    EXPECT_EQ(report.at("stored").at("compact_sensors"), server.compact);
+    EXPECT_EQ(report.at("stored").at("fru_locators"), server.locators);
     EXPECT_EQ(report.at("not_held").at("event-only sensor"), server.event_only);
     int all = server.full + server.compact + server.locators;
     for (const Json& count : report.at("not_held")) all += count.get<int>();

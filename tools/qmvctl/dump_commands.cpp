@@ -1,6 +1,8 @@
 // import and export.
 #include <algorithm>
+#include <filesystem>
 #include <memory>
+#include <set>
 
 #include "characters.h"
 #include "command_groups.h"
@@ -41,9 +43,24 @@ struct DumpFiles {
   std::string repository;
   std::vector<std::string> frus;  // "ID=FILE"
   std::string event_log;
-
-  operator ImportFiles() const { return {repository, parse_frus(frus), event_log}; }
 };
+
+ImportFiles parse(const DumpFiles& files) {
+  return {files.repository, parse_frus(files.frus), files.event_log};
+}
+
+// Each dump that is written needs a file of its own.
+ImportFiles parse_targets(const DumpFiles& texts) {
+  ImportFiles files = parse(texts);
+  std::vector<std::string> names{files.repository, files.event_log};
+  for (const FruFile& fru : files.frus) names.push_back(fru.file);
+  std::set<std::filesystem::path> taken;
+  for (const std::string& name : names) {
+    if (name.empty() || taken.insert(std::filesystem::path(name).lexically_normal()).second) continue;
+    throw CLI::ValidationError("export", name + " is named twice");
+  }
+  return files;
+}
 
 std::shared_ptr<DumpFiles> add_files(CLI::App& command) {
   auto files = std::make_shared<DumpFiles>();
@@ -82,12 +99,12 @@ void add_dump_commands(CLI::App& app, Context& context) {
   CLI::App* importing = app.add_subcommand("import", "Store raw dumps of a server, all or nothing");
   const auto files = add_files(*importing);
   add_example(*importing, "qmvctl import --sdr server.sdr --fru 0=fru0.bin --sel server.sel");
-  importing->callback([&context, files] { import(context, *files); });
+  importing->callback([&context, files] { import(context, parse(*files)); });
 
   CLI::App* exporting = app.add_subcommand("export", "Write what the tables hold as raw dumps again");
   const auto targets = add_files(*exporting);
   add_example(*exporting, "qmvctl export --sdr server.sdr --fru 0=fru0.bin --sel server.sel");
-  exporting->callback([&context, targets] { export_to(context, *targets); });
+  exporting->callback([&context, targets] { export_to(context, parse_targets(*targets)); });
 }
 
 }  // namespace qmvctl

@@ -83,7 +83,7 @@ void add_deleting(CLI::App& parent, Context& context) {
   CLI::App* command = add_subcommand(parent, "delete", "Delete events, all of those that are named or none");
   const auto texts = std::make_shared<std::vector<std::string>>();
   command->add_option("id", *texts, "record IDs")->type_name("ID")->required();
-  add_example(*command, "qmvctl sel delete 1 2 0x1F");
+  add_example(*command, "qmvctl sel delete 1 2 0x0A");
   command->callback([&context, texts] {
     std::set<int32_t> ids;
     for (const std::string& text : *texts) ids.insert(number_in("id", text, 0, std::numeric_limits<int>::max()));
@@ -117,7 +117,7 @@ void add_watch(CLI::App& app, Context& context) {
 
 void add_event_log_commands(CLI::App& app, Context& context) {
   CLI::App* command = add_list(app, context, kEvents);
-  add_list(*command, context, kEventList);
+  add_plain_list(*command, context, kEventList);
   add_adding(*command, context);
   add_deleting(*command, context);
   add_clearing(*command, context);

@@ -7,22 +7,18 @@ namespace qmvctl {
 
 namespace {
 
-const ListCommand kJobs{"jobs",
-                        "Show or purge the jobs",
-                        list_jobs,
-                        {{"instance_id", "element_name"}, "Job-1"},
-                        "qmvctl jobs purge",
-                        kTemporaryDatabase};
+const Keys kJobKeys{{"instance_id", "element_name"}, "QMV:Job-1"};
+const ListCommand kJobs{"jobs", "Show or purge the jobs", list_jobs, kJobKeys, "qmvctl jobs purge", kTemporaryDatabase};
 const ListCommand kJobList{"list",
                            "Show the jobs, as without a subcommand",
                            list_jobs,
-                           {{"instance_id", "element_name"}, "Job-1"},
+                           kJobKeys,
                            "qmvctl jobs list --wide",
                            kTemporaryDatabase};
 const ListCommand kJobErrors{"errors",
                              "Show the error records of jobs",
                              list_errors,
-                             {{"error_source"}, "Job-1"},
+                             {{"error_source"}, "QMV:Job-2"},
                              "qmvctl jobs errors --json",
                              kTemporaryDatabase};
 
@@ -38,7 +34,7 @@ void purge(const Context& context) {
 
 void add_job_commands(CLI::App& app, Context& context) {
   CLI::App* command = add_list(app, context, kJobs);
-  add_list(*command, context, kJobList);
+  add_plain_list(*command, context, kJobList);
   add_list(*command, context, kJobErrors);
   CLI::App* purging = add_subcommand(*command, "purge", "Delete expired finished jobs, with their errors");
   add_example(*purging, "qmvctl jobs purge --json");

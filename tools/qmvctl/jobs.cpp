@@ -69,6 +69,7 @@ Listing list_jobs(const Database& database) {
        number_column("Delete", kWide, "delete_on_completion")},
       {},
       "There are no jobs."};
+  listing.columns[2].is_cim_code = true;
   for (const concrete_job_rec& job : jobs(database)) {
     listing.rows.push_back({{"instance_id", text_of(job.InstanceID)},
                             {"element_name", text_of(job.ElementName)},

@@ -79,15 +79,9 @@ void add_example(CLI::App& command, const std::string& example) {
   command.footer("Example:\n  " + example);
 }
 
-CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& list) {
+CLI::App* add_plain_list(CLI::App& parent, Context& context, const ListCommand& list) {
   CLI::App* command = add_subcommand(parent, list.name, list.description);
   const auto selection = add_selection(*command, list.keys);
-  if (!list.keys.ids.empty()) {
-    add_show(*command, list.keys.id_example, [&context, list](const std::string& id) {
-      const Database database = Database::open(context.file, list.kind);
-      show_record(context, database, list.list(database), list.keys, id);
-    });
-  }
   add_example(*command, list.example);
   command->callback([&context, command, selection, list] {
     if (!command->get_subcommands().empty()) return;
@@ -95,6 +89,17 @@ CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& list) 
     select(listing, list.keys, *selection);
     report(context.out, context.form, listing);
   });
+  return command;
+}
+
+CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& list) {
+  CLI::App* command = add_plain_list(parent, context, list);
+  if (!list.keys.ids.empty()) {
+    add_show(*command, list.keys.id_example, [&context, list](const std::string& id) {
+      const Database database = Database::open(context.file, list.kind);
+      show_record(context, database, list.list(database), list.keys, id);
+    });
+  }
   return command;
 }
 

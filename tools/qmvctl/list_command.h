@@ -21,8 +21,10 @@ struct ListCommand {
   const DatabaseKind& kind = kInstanceDatabase;
 };
 
-// Adds the command, with the options that select rows and, where rows have names, "show". Subcommands that are added
-// later run in its place.
+// Adds the command, with the options that select rows. Subcommands that are added later run in its place.
+CLI::App* add_plain_list(CLI::App& parent, Context& context, const ListCommand& command);
+
+// The same, with "show" where rows have names.
 CLI::App* add_list(CLI::App& parent, Context& context, const ListCommand& command);
 
 // Adds a command to a command. It goes without the options of that one, which would say nothing of it.

@@ -24,8 +24,9 @@ struct Column {
   int width;  // in places, in a table that fits 80 of them; more where others leave room, less where texts are short
   std::function<std::string(const Json& row)> text;
   Align align = Align::kLeft;
-  std::string code = {};  // the member with the code that the text is a name for, where there is one
-  bool is_state = false;  // Nominal, Warning or Critical
+  std::string code = {};     // the member with the code that the text is a name for, where there is one
+  bool is_cim_code = false;  // written as CIM does, in decimal digits; those of IPMI are hexadecimal
+  bool is_state = false;     // Nominal, Warning or Critical
 };
 
 // Columns that show a member of the rows as it is, a name with its code, and numbers as hexadecimal bytes ("D0h") or

@@ -105,18 +105,23 @@ void report(std::ostream& out, const Form& form, const std::vector<Assets>& clas
 
 void report(std::ostream& out, const Form& form, const ImportFiles& files, const Inventory& stored) {
   Json counts = Json::object();
+  std::string text;
+  const auto add = [&](const char* key, const char* what, size_t count) {
+    counts[key] = count;
+    text += "stored " + counted(count, what) + '\n';
+  };
   if (!files.repository.empty() || !files.frus.empty()) {
-    counts["compact sensor"] = stored.compact_sensors.size();
-    counts["full sensor"] = stored.full_sensors.size();
-    counts["FRU"] = stored.frus.size();
+    add("compact_sensors", "compact sensor", stored.compact_sensors.size());
+    add("full_sensors", "full sensor", stored.full_sensors.size());
+    add("frus", "FRU", stored.frus.size());
   }
-  if (stored.fru_locators) counts["FRU locator"] = stored.fru_locators->size();
-  if (stored.event_log) counts["event"] = stored.event_log->events.size();
+  if (stored.fru_locators) add("fru_locators", "FRU locator", stored.fru_locators->size());
+  if (stored.event_log) add("events", "event", stored.event_log->events.size());
   if (is_json(form)) {
     print_json(out, {{"stored", counts}, {"not_held", stored.not_held}, {"notes", stored.notes}});
     return;
   }
-  for (const auto& [what, count] : counts.items()) out << "stored " << counted(count, what) << '\n';
+  out << text;
   if (!stored.not_held.empty()) {
     out << "not stored, as no table holds them: " << list_of_counts(stored.not_held) << '\n';
   }

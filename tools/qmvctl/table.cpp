@@ -14,6 +14,7 @@ namespace qmvctl {
 namespace {
 
 constexpr size_t kPlaces = 80;
+constexpr size_t kOfWideColumns = 20;  // in a table that grows, where texts to come are not known
 constexpr const char* kGap = "  ";
 constexpr char kCutMark = '~';
 
@@ -48,6 +49,10 @@ std::string coloured(const std::string& cell) {
   return cell;
 }
 
+std::string code_text(const Column& column, int code) {
+  return column.is_cim_code ? std::to_string(code) : hex(code) + "h";
+}
+
 // A column with its cells.
 struct Fitted {
   const Column& column;
@@ -61,8 +66,9 @@ Fitted fit(const Column& column, const Form& form, const std::vector<Json>& rows
   if (form.has_heads) fitted.cells.push_back(column.head);
   for (const Json& row : rows) fitted.cells.push_back(printable_text(column, row));
   for (const std::string& cell : fitted.cells) fitted.longest = std::max(fitted.longest, places(cell));
-  if (form.is_growing && !form.is_wide) {
-    fitted.longest = fitted.width = static_cast<size_t>(column.width);
+  if (form.is_growing) {
+    const size_t usual = column.width == kWide ? kOfWideColumns : static_cast<size_t>(column.width);
+    fitted.longest = fitted.width = form.is_wide ? std::max(fitted.longest, usual) : usual;
     return fitted;
   }
   fitted.width = form.is_wide ? fitted.longest : std::min(fitted.longest, static_cast<size_t>(column.width));
@@ -116,7 +122,7 @@ void print_in_full(std::ostream& out, const Form& form, const Listing& listing) 
     for (const Column& column : listing.columns) {
       std::string text = printable_text(column, row);
       if (text.empty()) continue;
-      if (!column.code.empty()) text += " (" + hex(row.at(column.code).get<int>()) + "h)";
+      if (!column.code.empty()) text += " (" + code_text(column, row.at(column.code)) + ")";
       if (form.has_colours && column.is_state) text = coloured(text);
       out << fmt::format("{:<{}} : {}\n", column.head, width, text);
     }
