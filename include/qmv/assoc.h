@@ -85,8 +85,9 @@ QMV_API void fill_association_data(struct sqlite3_stmt* row, association_rec* re
 QMV_API void FreeDBData(association_rec** records, int32_t count) QMV_NOEXCEPT;
 
 /*
- * Releases an array with its lists 7 and 8, each by its own count. Lists 5 and 6 are NOT released, nor are the texts of
- * list 8 of an array from get_association_data(), whose Count8 is 0. With a count below 1 only the array is released.
+ * Releases an array with its lists 7 and 8, each by its own count. Lists 5 and 6 are NOT released. Of an array from
+ * get_association_data(), whose Count7 is list 8's and whose Count8 is 0, the texts of list 7 beyond that count and all of
+ * list 8 are lost too. With a count below 1 only the array is released.
  * Returns 0, or 1 when records is NULL.
  */
 QMV_API int32_t free_global_structure(association_rec* records, int32_t count) QMV_NOEXCEPT;

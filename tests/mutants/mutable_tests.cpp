@@ -126,7 +126,7 @@ void add_mutants(std::vector<Mutant>& mutants, const Text& text) {
   const std::string& whole = text.whole;
   const auto is_conversion = [&](std::size_t i) {
     const std::size_t sign = whole.find_last_of('%', i);
-    return sign != std::string::npos && sign != i && sign != 0 && std::isalpha(static_cast<unsigned char>(whole[i])) &&
+    return sign != std::string::npos && sign != i && std::isalpha(static_cast<unsigned char>(whole[i])) &&
            whole.find_first_not_of(".0123456789", sign + 1) == i;
   };
   const auto add = [&](auto is_of_kind, auto changed) {
@@ -146,12 +146,14 @@ void add_mutants(std::vector<Mutant>& mutants, const Text& text) {
   add([&](std::size_t i) { return whole[i] == ' ' || whole[i] == '\t'; }, [](char c) { return c == ' ' ? '\t' : ' '; });
   add([&](std::size_t i) { return std::ispunct(static_cast<unsigned char>(whole[i])) && whole[i] != '%'; },
       [](char c) { return c == ';' ? ':' : ';'; });
-  // Of texts that are put in quotes; the other %q takes a table's name, which is the library's own.
+  // Quotes in texts that are put between quotes are doubled; the other %q takes a table's name, which is the library's own.
   const auto is_quoted = [&](std::size_t i) {
-    return is_conversion(i) && whole[whole.find_last_of('%', i) - 1] == '\'';
+    const std::size_t sign = whole.find_last_of('%', i);
+    return sign != 0 && whole[sign - 1] == '\'';
   };
   const auto is_number = [&](std::size_t i) { return is_conversion(i) && whole[i] != 'q' && whole[i] != 's'; };
-  add([&](std::size_t i) { return is_quoted(i) && whole[i] == 'q'; }, [](char) { return 's'; });
+  add([&](std::size_t i) { return is_conversion(i) && whole[i] == 'q' && is_quoted(i); }, [](char) { return 's'; });
+  add([&](std::size_t i) { return is_conversion(i) && whole[i] == 'q' && !is_quoted(i); }, [](char) { return 'd'; });
   add([&](std::size_t i) { return is_conversion(i) && whole[i] == 's'; }, [](char) { return 'c'; });
   add(is_number, [](char) { return 'x'; });
 }

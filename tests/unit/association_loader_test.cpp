@@ -483,6 +483,15 @@ TEST_F(Associations, GlobalStructureKeepsTheTextsOfListEightOfQueriedOnes) {
   for (char* each : left) std::free(each);
 }
 
+TEST_F(Associations, GlobalStructureKeepsTheTextsOfListSevenBeyondListEightsCountOfQueriedOnes) {
+  make("insert into association (h, i) values ('{1,2,3}', '{8}');");
+  load("select * from association;");
+  char* const left[] = {records->List7[1], records->List7[2], records->List8[0]};
+  EXPECT_EQ(0, free_global_structure(std::exchange(records, nullptr), count));
+  EXPECT_EQ((std::map<void*, std::size_t>{{left[0], 2}, {left[1], 2}, {left[2], 2}}), boundary().blocks_alive);
+  for (char* each : left) std::free(each);
+}
+
 TEST_F(Associations, GlobalStructureCountsListsSevenAndEightApart) {
   make("insert into association (h, i) values ('{1}', '{1,2,3}');");
   load();
