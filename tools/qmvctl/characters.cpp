@@ -1,5 +1,7 @@
 #include "characters.h"
 
+#include <strings.h>
+
 #include <cstdint>
 
 namespace qmvctl {
@@ -35,6 +37,10 @@ std::optional<Character> first_character(std::string_view text) {
     code = code << 6 | (next & 0x3F);
   }
   return is_code(code, length) ? std::optional(Character{code, length}) : std::nullopt;
+}
+
+bool is_same(const std::string& a, const std::string& b) {
+  return strcasecmp(a.c_str(), b.c_str()) == 0;
 }
 
 std::string printable(std::string_view text, std::string_view kept) {

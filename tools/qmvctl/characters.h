@@ -17,6 +17,9 @@ struct Character {
 // The character that a text begins with; nothing where the bytes are none.
 std::optional<Character> first_character(std::string_view text);
 
+// Whether texts are the same but for upper and lower case of ASCII letters.
+bool is_same(const std::string& a, const std::string& b);
+
 // The control characters of ASCII and Latin-1, which terminals obey.
 constexpr bool is_control(char32_t code) {
   return code < 0x20 || (code >= 0x7F && code < 0xA0);

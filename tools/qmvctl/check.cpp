@@ -58,7 +58,7 @@ const DatabaseKind& kind_of(const Database& database) {
   const NameSet tables = tables_of(database);
   const DatabaseKind* best = &kInstanceDatabase;
   std::ptrdiff_t most = 0;
-  for (const DatabaseKind* kind : {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase, &kRegistry}) {
+  for (const DatabaseKind* kind : kDatabaseKinds) {
     const auto shapes = references(*kind);
     const auto known = std::count_if(shapes.begin(), shapes.end(),
                                      [&](const TableShape& shape) { return tables.contains(shape.name); });

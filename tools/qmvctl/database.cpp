@@ -44,7 +44,7 @@ int open_connection(const std::string& path, const DatabaseKind& kind, sqlite3**
 }
 
 [[noreturn]] void fail_as_it_exists(const std::string& file) {
-  throw std::runtime_error(file + ": the file exists and is not touched");
+  throw FileError(file, "the file exists and is not touched");
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ Database Database::open(const std::string& file, const DatabaseKind& kind) {
   if (!open_file(name, "rb")) {  // SQLite would create it
     const int error = errno;
     const std::string hint = error == ENOENT ? " (" + command_on("init", name, kind) + " creates it)" : "";
-    throw std::runtime_error(name + ": " + std::strerror(error) + hint);
+    throw FileError(name, std::strerror(error) + hint);
   }
   return Database(name, path_of(name), kind);
 }
@@ -69,7 +69,7 @@ void Database::create(const std::string& file, const DatabaseKind& kind, Content
   const std::string name = name_or_default(file, kind);
   if (!open_file(name, "wbx")) {
     if (errno == EEXIST) fail_as_it_exists(name);
-    throw std::runtime_error(name + ": " + std::strerror(errno));
+    throw FileError(name, std::strerror(errno));
   }
   try {
     Database database(name, path_of(name), kind);
@@ -88,11 +88,12 @@ bool Database::exists(const DatabaseKind& kind) {
 }
 
 void Database::create_all(Contents contents) {
-  const DatabaseKind* const kinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase};
-  for (const DatabaseKind* kind : kinds) {
-    if (exists(*kind)) fail_as_it_exists(kind->file);
+  for (const DatabaseKind* kind : kDatabaseKinds) {
+    if (kind->open && exists(*kind)) fail_as_it_exists(kind->file);
   }
-  for (const DatabaseKind* kind : kinds) create("", *kind, contents);
+  for (const DatabaseKind* kind : kDatabaseKinds) {
+    if (kind->open) create("", *kind, contents);
+  }
 }
 
 Database::Database(const std::string& file, const std::string& path, const DatabaseKind& kind)
@@ -118,8 +119,8 @@ void Database::query(const char* statement, const std::function<void(sqlite3_stm
   if (status != SQLITE_DONE) fail(sqlite3_errmsg(handle_));
 }
 
-void Database::fail(const std::string& text) const {
-  throw std::runtime_error(file_ + ": " + text);
+void Database::fail(const std::string& reason) const {
+  throw FileError(file_, reason);
 }
 
 void Database::fail_to_read(const std::string& table) const {

@@ -28,7 +28,24 @@ extern const DatabaseKind kTemporaryDatabase;  // jobs and their errors
 extern const DatabaseKind kShellDatabase;      // the command-line shell's jobs
 extern const DatabaseKind kRegistry;           // associations and plug-ins
 
-// An open database. All failures are std::runtime_errors that name the file.
+inline constexpr const DatabaseKind* kDatabaseKinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase,
+                                                         &kRegistry};
+
+// What is wrong with a file: "FILE: REASON".
+class FileError : public std::runtime_error {
+ public:
+  FileError(const std::string& file, const std::string& reason)
+      : std::runtime_error(file + ": " + reason), file_(file), reason_(reason) {}
+
+  const std::string& file() const { return file_; }
+  const std::string& reason() const { return reason_; }
+
+ private:
+  std::string file_;
+  std::string reason_;
+};
+
+// An open database. All failures are FileErrors.
 class Database {
  public:
   // Opens an existing file: the library's fixed one when the name is empty, else the named one, with a handler that
@@ -63,7 +80,7 @@ class Database {
   // Runs a statement of the command's own: take_row(statement) on each row that it yields.
   void query(const char* statement, const std::function<void(sqlite3_stmt*)>& take_row) const;
 
-  [[noreturn]] void fail(const std::string& text) const;  // "FILE: TEXT"
+  [[noreturn]] void fail(const std::string& reason) const;  // throws a FileError
 
   // After a failed reading: the reason, where SQLite gives one, and the command that looks for others.
   [[noreturn]] void fail_to_read(const std::string& table) const;

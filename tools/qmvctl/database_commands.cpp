@@ -11,10 +11,18 @@ namespace qmvctl {
 
 namespace {
 
-const std::map<std::string, const DatabaseKind*> kKinds = {{kInstanceDatabase.name, &kInstanceDatabase},
-                                                           {kTemporaryDatabase.name, &kTemporaryDatabase},
-                                                           {kShellDatabase.name, &kShellDatabase},
-                                                           {kRegistry.name, &kRegistry}};
+const auto kKinds = [] {
+  std::map<std::string, const DatabaseKind*> kinds;
+  for (const DatabaseKind* kind : kDatabaseKinds) kinds[kind->name] = kind;
+  return kinds;
+}();
+
+// "[DATABASE]": the name of a kind.
+std::shared_ptr<std::string> add_kind(CLI::App& command) {
+  const auto name = std::make_shared<std::string>();
+  command.add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
+  return name;
+}
 
 void init(const Context& context, const std::string& name, bool has_sample) {
   const DatabaseKind& kind = name.empty() ? kInstanceDatabase : *kKinds.at(name);
@@ -32,17 +40,15 @@ Checked check_file(const std::string& file, const DatabaseKind* kind) {
   try {
     Database database = Database::open(file, kind ? *kind : kInstanceDatabase);
     return {database.file(), check(database, kind)};
-  } catch (const std::runtime_error& error) {
-    const std::string name = kind && file.empty() ? kind->file : file;
-    const std::string problem = std::string(error.what()).substr(name.size() + 2);  // behind "FILE: "
-    return {name, {{"", problem, "Name another file with --db, or see to this one."}}};
+  } catch (const FileError& error) {
+    return {error.file(), {{"", error.reason(), "Name another file with --db, or see to this one."}}};
   }
 }
 
 // What hosts open; the registry is not everywhere.
 std::vector<Checked> check_all() {
   std::vector<Checked> files;
-  for (const DatabaseKind* kind : {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase, &kRegistry}) {
+  for (const DatabaseKind* kind : kDatabaseKinds) {
     const bool may_be_missing = kind == &kRegistry;
     if (!may_be_missing || Database::exists(*kind)) files.push_back(check_file("", kind));
   }
@@ -59,8 +65,7 @@ void check(Context& context, const std::string& name) {
 
 void add_check(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("check", "Say what is wrong with the databases, and what to do");
-  const auto name = std::make_shared<std::string>();
-  command->add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
+  const auto name = add_kind(*command);
   command->footer(
       "Looks for missing tables, columns that are missing, added or in another order,\n"
       "keys that are not unique, texts wider than their fields, entities without a CIM\n"
@@ -73,8 +78,7 @@ void add_check(CLI::App& app, Context& context) {
 
 void add_init(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("init", "Create the databases; an existing file is not touched");
-  const auto name = std::make_shared<std::string>();
-  command->add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
+  const auto name = add_kind(*command);
   const auto has_sample = std::make_shared<bool>(false);
   command->add_flag("--sample", *has_sample, "fill profiles and jobs with a small controller");
   command->footer(

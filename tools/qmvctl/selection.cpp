@@ -1,19 +1,14 @@
 #include "selection.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <charconv>
 
+#include "characters.h"
 #include "names.h"
 
 namespace qmvctl {
 
 namespace {
-
-bool is_same(const std::string& a, const std::string& b) {
-  return strcasecmp(a.c_str(), b.c_str()) == 0;
-}
 
 bool is_value(const Json& row, const std::string& key, const std::string& text) {
   const auto value = row.find(key);

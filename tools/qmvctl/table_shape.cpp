@@ -8,13 +8,11 @@
 #include <iterator>
 #include <map>
 
+#include "characters.h"
+
 namespace qmvctl {
 
 namespace {
-
-bool is_same(const std::string& a, const std::string& b) {
-  return strcasecmp(a.c_str(), b.c_str()) == 0;
-}
 
 std::string text_at(sqlite3_stmt* row, int column) {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
