@@ -1,4 +1,5 @@
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <fstream>
@@ -249,6 +250,19 @@ TEST_F(Check, OfAFileThatIsNoDatabaseSaysSo) {
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.out.find("file is not a database"), std::string::npos) << outcome.out;
   EXPECT_NE(outcome.out.find("Restore it from a copy"), std::string::npos) << outcome.out;
+}
+
+TEST_F(Check, OfWhatIsNoRegularFileSaysSo) {
+  std::filesystem::create_directory(path("folder"));
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  for (const std::string& name : {path("folder"), path("pipe"), std::string("/dev/zero")}) {
+    const Outcome outcome = run({"check", "--db", name});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, name +
+                               ": 1 problem\n\n"
+                               "is no regular file\n"
+                               "  Name another file with --db, or see to this one.\n");
+  }
 }
 
 TEST_F(Check, OfAMissingFileSaysSo) {

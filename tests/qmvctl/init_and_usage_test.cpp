@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -179,6 +181,16 @@ TEST_F(Usage, MissingDatabaseFailsAndIsNotCreated) {
                                " creates it)\n");
   }
   EXPECT_FALSE(std::filesystem::exists(database()));
+}
+
+// Opening a pipe would wait for somebody to write, for ever.
+TEST_F(Usage, WhatIsNoRegularFileFails) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  for (const std::string& name : {path("pipe"), std::string("/dev/zero")}) {
+    const Outcome outcome = run({"sel", "--db", name});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "qmvctl: " + name + ": is no regular file\n");
+  }
 }
 
 TEST_F(Usage, DatabaseWithoutTablesFails) {

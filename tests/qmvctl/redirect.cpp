@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -45,12 +46,23 @@ int sqlite3_open(const char* file, sqlite3** database) {
 FILE* open_stream(const char* file, const char* mode) __asm__("fopen");
 FILE* open_large_stream(const char* file, const char* mode) __asm__("fopen64");
 
+int file_status(const char* file, struct stat* status) __asm__("stat");
+int large_file_status(const char* file, struct stat* status) __asm__("stat64");
+
 FILE* open_stream(const char* file, const char* mode) {
   return next(&open_stream, "fopen")(redirected(file).c_str(), mode);
 }
 
 FILE* open_large_stream(const char* file, const char* mode) {
   return next(&open_large_stream, "fopen64")(redirected(file).c_str(), mode);
+}
+
+int file_status(const char* file, struct stat* status) {
+  return next(&file_status, "stat")(redirected(file).c_str(), status);
+}
+
+int large_file_status(const char* file, struct stat* status) {
+  return next(&large_file_status, "stat64")(redirected(file).c_str(), status);
 }
 
 }  // extern "C"

@@ -1,5 +1,7 @@
 #include "database.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -57,7 +59,10 @@ const DatabaseKind kRegistry{"association", "/etc/Association.db", nullptr, kSch
 
 Database Database::open(const std::string& file, const DatabaseKind& kind) {
   const std::string name = name_or_default(file, kind);
-  if (!open_file(name, "rb")) {  // SQLite would create it
+  struct stat info {};
+  const bool is_there = stat(name.c_str(), &info) == 0;
+  if (is_there && !S_ISREG(info.st_mode)) throw FileError(name, "is no regular file");  // opening a pipe waits
+  if (!is_there || !open_file(name, "rb")) {                                            // SQLite would create it
     const int error = errno;
     const std::string hint = error == ENOENT ? " (" + command_on("init", name, kind) + " creates it)" : "";
     throw FileError(name, std::strerror(error) + hint);
@@ -84,7 +89,8 @@ void Database::create(const std::string& file, const DatabaseKind& kind, Content
 }
 
 bool Database::exists(const DatabaseKind& kind) {
-  return open_file(kind.file, "rb") != nullptr;
+  struct stat info {};
+  return stat(kind.file, &info) == 0;
 }
 
 void Database::create_all(Contents contents) {
