@@ -1,9 +1,12 @@
+#include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <thread>
 
 #include "command_line.h"
 #include "command_test.h"
@@ -31,8 +34,46 @@ TEST_F(Init, DoesNotTouchAnExistingFile) {
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "not a database");
 }
 
-TEST_F(Init, DoesNotTouchAnExistingEmptyFile) {
+// As SQLite makes one when a host is started before "init".
+TEST_F(Init, TakesAnEmptyFileForMissing) {
   file("test.db", {});
+  EXPECT_EQ(on_database({"init"}).status, 0);
+  EXPECT_EQ(on_database({"check"}).out, database() + ": nothing is wrong\n");
+}
+
+TEST_F(Init, TakesAnEmptyFixedFileForMissing) {
+  file("tmp_cim.db", {});
+  EXPECT_EQ(run({"init"}).status, 0);
+  EXPECT_EQ(run({"check"}).status, 0);
+}
+
+TEST_F(Init, DoesNotFollowALinkToAnEmptyFile) {
+  const std::string target = file("target", {});
+  std::filesystem::create_symlink(target, database());
+  EXPECT_EQ(on_database({"init"}).err, "qmvctl: " + database() + ": the file exists and is not touched\n");
+  EXPECT_EQ(std::filesystem::file_size(target), 0u);
+}
+
+// Another process fills the empty file while the command waits for the lock.
+TEST_F(Init, DoesNotTouchAFileThatWasFilledMeanwhile) {
+  file("test.db", {});
+  sqlite3* other = nullptr;
+  sqlite3_open(database().c_str(), &other);
+  sqlite3_exec(other, "begin immediate; create table theirs (a);", nullptr, nullptr, nullptr);
+  std::thread fill([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    sqlite3_exec(other, "commit;", nullptr, nullptr, nullptr);
+  });
+  const Outcome outcome = on_database({"init"});
+  fill.join();
+  sqlite3_close(other);
+  EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": the file exists and is not touched\n");
+  EXPECT_EQ(sql("select group_concat(name) from sqlite_master;"), "theirs");
+}
+
+TEST_F(Init, LeavesAnEmptyFileEmptyWhenItFails) {
+  file("test.db", {});
+  std::filesystem::create_directory(database() + "-journal");
   EXPECT_EQ(on_database({"init"}).status, 1);
   EXPECT_EQ(std::filesystem::file_size(database()), 0u);
 }

@@ -48,6 +48,8 @@ FILE* open_large_stream(const char* file, const char* mode) __asm__("fopen64");
 
 int file_status(const char* file, struct stat* status) __asm__("stat");
 int large_file_status(const char* file, struct stat* status) __asm__("stat64");
+int link_status(const char* file, struct stat* status) __asm__("lstat");
+int large_link_status(const char* file, struct stat* status) __asm__("lstat64");
 
 FILE* open_stream(const char* file, const char* mode) {
   return next(&open_stream, "fopen")(redirected(file).c_str(), mode);
@@ -63,6 +65,14 @@ int file_status(const char* file, struct stat* status) {
 
 int large_file_status(const char* file, struct stat* status) {
   return next(&large_file_status, "stat64")(redirected(file).c_str(), status);
+}
+
+int link_status(const char* file, struct stat* status) {
+  return next(&link_status, "lstat")(redirected(file).c_str(), status);
+}
+
+int large_link_status(const char* file, struct stat* status) {
+  return next(&large_link_status, "lstat64")(redirected(file).c_str(), status);
 }
 
 }  // extern "C"

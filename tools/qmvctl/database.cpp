@@ -49,6 +49,21 @@ int open_connection(const std::string& path, const DatabaseKind& kind, sqlite3**
   throw FileError(file, "the file exists and is not touched");
 }
 
+// Whether that is a regular file of 0 bytes, as SQLite makes one for a host that only reads.
+bool is_empty_file(const std::string& name) {
+  struct stat info {};
+  return lstat(name.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_size == 0;
+}
+
+// Creates a file unless there is an empty one. Returns whether it did.
+bool make_file(const std::string& name) {
+  if (open_file(name, "wbx")) return true;
+  const int error = errno;
+  if (error != EEXIST) throw FileError(name, std::strerror(error));
+  if (!is_empty_file(name)) fail_as_it_exists(name);
+  return false;
+}
+
 }  // namespace
 
 const DatabaseKind kInstanceDatabase{"cim", "/tmp/cim.db", db_init, kSchemaCim, store_sample_instances};
@@ -72,18 +87,17 @@ Database Database::open(const std::string& file, const DatabaseKind& kind) {
 
 void Database::create(const std::string& file, const DatabaseKind& kind, Contents contents) {
   const std::string name = name_or_default(file, kind);
-  if (!open_file(name, "wbx")) {
-    if (errno == EEXIST) fail_as_it_exists(name);
-    throw FileError(name, std::strerror(errno));
-  }
+  const bool is_made = make_file(name);
   try {
     Database database(name, path_of(name), kind);
     Transaction transaction(database);
+    // Another process may have filled the file until now, but cannot from here on.
+    if (!is_empty_file(name)) fail_as_it_exists(name);
     database.execute(kind.schema);
     if (contents == Contents::kSample) kind.store_sample(database);
     transaction.commit();
   } catch (...) {
-    std::remove(name.c_str());
+    if (is_made && is_empty_file(name)) std::remove(name.c_str());
     throw;
   }
 }
@@ -95,7 +109,7 @@ bool Database::exists(const DatabaseKind& kind) {
 
 void Database::create_all(Contents contents) {
   for (const DatabaseKind* kind : kDatabaseKinds) {
-    if (kind->open && exists(*kind)) fail_as_it_exists(kind->file);
+    if (kind->open && exists(*kind) && !is_empty_file(kind->file)) fail_as_it_exists(kind->file);
   }
   for (const DatabaseKind* kind : kDatabaseKinds) {
     if (kind->open) create("", *kind, contents);

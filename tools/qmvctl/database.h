@@ -58,13 +58,14 @@ class Database {
   enum class Contents { kTables, kSample };
 
   // Creates a file with the reference tables (the fixed one when the name is empty), and fills them with the sample
-  // when asked to. An existing file is an error and stays as it is; what failed leaves no file.
+  // when asked to. An existing file is an error and stays as it is, but for an empty one, which is filled; what failed
+  // leaves no other file than was there.
   static void create(const std::string& file, const DatabaseKind& kind, Contents contents);
 
   // An empty database in memory.
   static Database in_memory() { return Database("memory", ":memory:", kInstanceDatabase); }
 
-  // Creates the files that hosts open, or none of them when one exists.
+  // Creates the files that hosts open, or none of them when one exists that is not empty.
   static void create_all(Contents contents);
 
   Database(const Database&) = delete;

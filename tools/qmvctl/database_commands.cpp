@@ -77,14 +77,15 @@ void add_check(CLI::App& app, Context& context) {
 }
 
 void add_init(CLI::App& app, Context& context) {
-  CLI::App* command = app.add_subcommand("init", "Create the databases; an existing file is not touched");
+  CLI::App* command = app.add_subcommand("init", "Create the databases; no file with contents is touched");
   const auto name = add_kind(*command);
   const auto has_sample = std::make_shared<bool>(false);
   command->add_flag("--sample", *has_sample, "fill profiles and jobs with a small controller");
   command->footer(
       "Without DATABASE: cim, tmp_cim and smashclp under /tmp, or none of them when\n"
       "one exists. --db names the file of one database, which is cim when DATABASE is\n"
-      "not given. There is no sample of association.\n\n"
+      "not given. A file of 0 bytes, as SQLite makes it for a host that is started\n"
+      "first, is taken for missing. There is no sample of association.\n\n"
       "Example:\n  qmvctl init --sample --db test.db");
   command->callback([&context, name, has_sample] { init(context, *name, *has_sample); });
 }
