@@ -35,7 +35,17 @@ class Check : public CommandTest {
     EXPECT_EQ(outcome.status, lines.empty() ? 0 : 1);
     return lines;
   }
+
+  // What to do about each.
+  std::vector<std::string> advice() {
+    std::vector<std::string> all;
+    for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) all.push_back(finding.at("advice"));
+    return all;
+  }
 };
+
+constexpr const char* kRenewal =
+    "Create a new database (qmvctl init cim --db NEW) and copy the rows over by the names of their columns.";
 
 TEST_F(Check, FindsNothingWrongWithNewDatabases) {
   for (const char* kind : {"cim", "tmp_cim", "smashclp", "association"}) {
@@ -114,6 +124,51 @@ TEST_F(Check, FindsAddedColumns) {
             "rows.\n");
 }
 
+TEST_F(Check, SaysOfSeveralColumnsBehindTheOthersWhatBecomesOfThem) {
+  sql("alter table sel add column Y text; alter table sel add column Z text;");
+  EXPECT_EQ(
+      problems(),
+      "sel: columns Y and Z are added behind the others: the library does not read them, and leaves them empty in "
+      "new rows.\n");
+  EXPECT_EQ(advice(), std::vector<std::string>{"If nothing else needs them: alter table sel drop column Y; alter table "
+                                               "sel drop column Z;"});
+}
+
+TEST_F(Check, SaysThatAddedColumnsAreReadInThePlaceOfMissingOnes) {
+  sql("drop table boot_order; create table boot_order (InstanceID text primary key, AssignedSequence, Y, Z);");
+  EXPECT_EQ(problems(),
+            "boot_order: column isHost is missing and columns Y and Z are added: rows cannot be stored, and since the "
+            "library reads columns by their position, others are read in the place of the missing.\n");
+  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+TEST_F(Check, AdvisesNotToDropAllColumns) {
+  sql("drop table boot_order; create table boot_order (a, b, c, d);");
+  EXPECT_EQ(problems(),
+            "boot_order: columns InstanceID, AssignedSequence and isHost are missing and columns a, b, c and d are "
+            "added: rows cannot be stored, and since the library reads columns by their position, others are read in "
+            "the place of the missing.\n");
+  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+// Their columns cannot be dropped, and they cannot be indexed.
+TEST_F(Check, AdvisesNoStatementOnVirtualTables) {
+  sql("drop table boot_order;"
+      "create virtual table boot_order using fts5 (InstanceID, AssignedSequence, isHost, Note);");
+  EXPECT_EQ(advice(), (std::vector<std::string>{kRenewal, kRenewal}));
+}
+
+TEST_F(Check, AdvisesNotToDropIndexedColumns) {
+  sql("alter table sel add column Note text; create index notes on sel (RecordID, Note);");
+  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+// As it is shown, the statement would be about another column.
+TEST_F(Check, AdvisesNoStatementWithControlCharacters) {
+  sql("alter table sel add column \"Note\nx\" text; alter table fru rename column DevIdStr to \"Dev\nId\";");
+  EXPECT_EQ(advice(), (std::vector<std::string>{kRenewal, kRenewal}));
+}
+
 TEST_F(Check, FindsGeneratedColumns) {
   redefine("sel", "SensorType ", "Made INTEGER generated always as (RecordID), SensorType ");
   EXPECT_EQ(problems(),
@@ -141,7 +196,7 @@ TEST_F(Check, FindsRenamedColumns) {
 
 TEST_F(Check, FindsKeysThatAreNotUnique) {
   redefine("boot_order", " PRIMARY KEY", "");
-  redefine("fru", ", ChannelNumber)", ")");
+  redefine("fru", ", ChannelNumber)", ", EntityID)");
   EXPECT_EQ(problems(),
             "boot_order: column InstanceID is not unique: storing a row that exists adds a second one in place of an "
             "update.\n"
@@ -150,6 +205,18 @@ TEST_F(Check, FindsKeysThatAreNotUnique) {
   sql("create index plain on boot_order (InstanceID);");
   sql("create unique index partial on boot_order (InstanceID) where isHost;");
   EXPECT_NE(problems().find("boot_order"), std::string::npos);
+}
+
+TEST_F(Check, FindsKeysThatAPartIsUniqueOf) {
+  sql("create unique index part on fru (LUNBusID, ChannelNumber);");
+  const std::string part =
+      "fru: columns ChannelNumber and LUNBusID are unique without DeviceAccessAddr and FruIDSlaveAddr: a row that has "
+      "the same there as another one is refused, or replaces it.\n";
+  EXPECT_EQ(problems(), part);
+  sql("drop index part;");
+  redefine("fru", "FruIDSlaveAddr, DeviceAccessAddr, LUNBusID", "LUNBusID");
+  EXPECT_EQ(problems(), part);
+  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
 }
 
 TEST_F(Check, AnIndexMakesAKeyUniqueAsItAdvises) {

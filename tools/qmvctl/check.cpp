@@ -44,7 +44,7 @@ void check_tables(const Database& database, const DatabaseKind& kind, std::vecto
   for (const TableShape& reference : shapes) {
     if (is_there(reference)) {
       check_part(database, reference.name, findings, [&] {
-        compare(shape_of(database, reference.name), reference, kind, findings);
+        compare(database, reference, kind, findings);
         check_contents(database, reference.name, findings);
       });
     } else {

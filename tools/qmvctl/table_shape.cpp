@@ -69,15 +69,76 @@ std::string quoted(const std::string& name) {
   return text + '"';
 }
 
+TableShape shape_of(const Database& database, const std::string& table) {
+  TableShape shape{table, columns_of(database, table), {}};
+  const Names key = names_of(database, fmt::format("select name from pragma_table_info('{}') where pk > 0;", table));
+  if (!key.empty()) shape.keys.insert(set_of(key));
+  std::map<std::string, NameSet> indexes;
+  database.query(fmt::format("select list.name, info.name from pragma_index_list('{}') list, "
+                             "pragma_index_info(list.name) info where list.\"unique\" and not list.partial;",
+                             table)
+                     .c_str(),
+                 [&](sqlite3_stmt* row) { indexes[text_at(row, 0)].insert(text_at(row, 1)); });
+  for (const auto& [name, columns] : indexes) shape.keys.insert(columns);
+  return shape;
+}
+
 std::string renewal(const DatabaseKind& kind) {
   return fmt::format(
       "Create a new database (qmvctl init {} --db NEW) and copy the rows over by the names of their columns.",
       kind.name);
 }
 
+// A table beside its reference, and where to put what differs.
+struct Comparison {
+  const Database& database;
+  const TableShape& table;
+  const TableShape& reference;
+  const DatabaseKind& kind;
+  std::vector<Finding>& findings;
+
+  void add(const std::string& problem, const std::string& advice) const {
+    findings.push_back({table.name, problem, advice});
+  }
+};
+
+// Whether SQLite takes a statement, which is compiled but not run, and people see it as it is.
+bool can_be_advised(const Database& database, const std::string& statement) {
+  sqlite3_stmt* compiled = nullptr;
+  const int status = sqlite3_prepare_v2(database.handle(), statement.c_str(), -1, &compiled, nullptr);
+  sqlite3_finalize(compiled);
+  return status == SQLITE_OK && printable(statement) == statement;
+}
+
+// What to do: these statements behind a condition, or where one is of no use, the renewal.
+std::string advice_of(const Comparison& comparison, const std::string& condition, const Names& statements) {
+  std::string advice = condition;
+  for (const std::string& statement : statements) {
+    if (!can_be_advised(comparison.database, statement)) return renewal(comparison.kind);
+    advice += (advice.empty() ? "" : " ") + statement;
+  }
+  return advice;
+}
+
+// SQLite drops no column that an index has.
+std::string advice_to_drop(const Comparison& comparison, const Names& columns) {
+  const std::string& table = comparison.table.name;
+  const Names indexed = names_of(
+      comparison.database,
+      fmt::format("select info.name from pragma_index_list('{}') list, pragma_index_info(list.name) info;", table));
+  if (without(columns, indexed) != columns) return renewal(comparison.kind);
+  Names statements;
+  for (const std::string& column : columns) {
+    statements.push_back(fmt::format("alter table {} drop column {};", table, quoted(column)));
+  }
+  return advice_of(comparison, fmt::format("If nothing else needs {}:", columns.size() == 1 ? "it" : "them"),
+                   statements);
+}
+
 // Takes the columns that have another name at their place off both lists.
-void take_renamed(const TableShape& table, const TableShape& reference, Names& missing, Names& added,
-                  std::vector<Finding>& findings) {
+void take_renamed(const Comparison& comparison, Names& missing, Names& added) {
+  const TableShape& table = comparison.table;
+  const TableShape& reference = comparison.reference;
   if (table.columns.size() != reference.columns.size()) return;
   for (size_t i = 0; i < table.columns.size(); ++i) {
     const std::string& found = table.columns[i];
@@ -86,36 +147,51 @@ void take_renamed(const TableShape& table, const TableShape& reference, Names& m
     if (!is_renamed) continue;
     missing = without(missing, {expected});
     added = without(added, {found});
-    findings.push_back({table.name, fmt::format("column {} is called {}: rows cannot be stored.", expected, found),
-                        fmt::format("alter table {} rename column {} to {};", table.name, quoted(found), expected)});
+    comparison.add(
+        fmt::format("column {} is called {}: rows cannot be stored.", expected, found),
+        advice_of(comparison, "",
+                  {fmt::format("alter table {} rename column {} to {};", table.name, quoted(found), expected)}));
   }
 }
 
-void compare_names(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
-                   std::vector<Finding>& findings) {
+void report_missing(const Comparison& comparison, const Names& missing) {
+  const char* shift = are_last(missing, comparison.reference.columns)
+                          ? ""
+                          : ", and each column behind is read into the field of the one before";
+  comparison.add(columns_are(missing) + "missing: rows cannot be stored" + shift + ".", renewal(comparison.kind));
+}
+
+void report_added(const Comparison& comparison, const Names& added) {
+  const char* them = added.size() == 1 ? "it" : "them";
+  const std::string effect =
+      are_last(added, comparison.table.columns)
+          ? fmt::format("behind the others: the library does not read {0}, and leaves {0} empty in new rows.", them)
+          : "between the others: each column behind is read into the field of the one after.";
+  comparison.add(columns_are(added) + "added " + effect, advice_to_drop(comparison, added));
+}
+
+void compare_names(const Comparison& comparison) {
+  const TableShape& table = comparison.table;
+  const TableShape& reference = comparison.reference;
   Names missing = without(reference.columns, table.columns);
   Names added = without(table.columns, reference.columns);
-  take_renamed(table, reference, missing, added, findings);
-  if (!missing.empty()) {
-    const char* shift =
-        are_last(missing, reference.columns) ? "" : ", and each column behind is read into the field of the one before";
-    findings.push_back(
-        {table.name, columns_are(missing) + "missing: rows cannot be stored" + shift + ".", renewal(kind)});
-  }
-  if (!added.empty()) {
-    const char* effect = are_last(added, table.columns)
-                             ? "behind the others: the library does not read it, and leaves it empty in new rows."
-                             : "between the others: each column behind is read into the field of the one after.";
-    std::string advice = "If nothing else needs it:";
-    for (const std::string& column : added)
-      advice += fmt::format(" alter table {} drop column {};", table.name, quoted(column));
-    findings.push_back({table.name, columns_are(added) + "added " + effect, advice});
+  take_renamed(comparison, missing, added);
+  if (!missing.empty() && !added.empty()) {
+    comparison.add(fmt::format("{}missing and {}added: rows cannot be stored, and since the library reads columns by "
+                               "their position, others are read in the place of the missing.",
+                               columns_are(missing), columns_are(added)),
+                   renewal(comparison.kind));
+  } else if (!missing.empty()) {
+    report_missing(comparison, missing);
+  } else if (!added.empty()) {
+    report_added(comparison, added);
   }
 }
 
 // Compares the order of the columns that both have.
-void compare_order(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
-                   std::vector<Finding>& findings) {
+void compare_order(const Comparison& comparison) {
+  const TableShape& table = comparison.table;
+  const TableShape& reference = comparison.reference;
   constexpr const char* kByPosition = "the library reads columns by their position";
   const Names expected = without(reference.columns, without(reference.columns, table.columns));
   const Names found = without(table.columns, without(table.columns, reference.columns));
@@ -133,23 +209,40 @@ void compare_order(const TableShape& table, const TableShape& reference, const D
                     "{} columns are in another order, from {} on, where {} is expected: {}, so each is taken for "
                     "another.",
                     moved.size(), found[first], expected[first], kByPosition);
-  findings.push_back({table.name, problem, renewal(kind)});
+  comparison.add(problem, renewal(comparison.kind));
 }
 
-void compare_keys(const TableShape& table, const TableShape& reference, std::vector<Finding>& findings) {
-  for (const NameSet& key : reference.keys) {
-    const auto is_key = [&](const NameSet& other) {
-      return std::equal(key.begin(), key.end(), other.begin(), other.end(), is_same);
-    };
-    const Names columns(key.begin(), key.end());
-    const bool can_be_compared = without(columns, table.columns).empty();
-    if (!can_be_compared || std::any_of(table.keys.begin(), table.keys.end(), is_key)) continue;
-    findings.push_back({table.name,
-                        fmt::format("{}not unique: storing a row that exists adds a second one in place of an update.",
-                                    columns_are(columns)),
-                        fmt::format("Delete rows that are there twice, then: create unique index {0}_key on {0} ({1});",
-                                    table.name, fmt::join(columns, ", "))});
+bool is_same_set(const NameSet& a, const NameSet& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), is_same);
+}
+
+// The library takes an insert that fails for a row that exists, and updates the one that has the whole key.
+void compare_key(const Comparison& comparison, const NameSet& key) {
+  const TableShape& table = comparison.table;
+  const TableShape& reference = comparison.reference;
+  const Names columns(key.begin(), key.end());
+  const bool can_be_compared = without(columns, table.columns).empty();
+  if (!can_be_compared) return;
+  bool is_unique = false;
+  for (const NameSet& found : table.keys) {
+    is_unique |= is_same_set(found, key);
+    const bool is_part = std::includes(key.begin(), key.end(), found.begin(), found.end(), NameOrder());
+    const bool is_expected = std::any_of(reference.keys.begin(), reference.keys.end(),
+                                         [&](const NameSet& other) { return is_same_set(found, other); });
+    if (!is_part || is_expected) continue;
+    is_unique = true;
+    const Names part(found.begin(), found.end());
+    comparison.add(fmt::format("{}unique without {}: a row that has the same there as another one is refused, or "
+                               "replaces it.",
+                               columns_are(part), listed(without(columns, part))),
+                   renewal(comparison.kind));
   }
+  if (is_unique) return;
+  comparison.add(
+      fmt::format("{}not unique: storing a row that exists adds a second one in place of an update.",
+                  columns_are(columns)),
+      advice_of(comparison, "Delete rows that are there twice, then:",
+                {fmt::format("create unique index {0}_key on {0} ({1});", table.name, fmt::join(columns, ", "))}));
 }
 
 }  // namespace
@@ -171,20 +264,6 @@ Names columns_of(const Database& database, const std::string& table) {
                   fmt::format("select name from pragma_table_xinfo('{}') where hidden <> 1 order by cid;", table));
 }
 
-TableShape shape_of(const Database& database, const std::string& table) {
-  TableShape shape{table, columns_of(database, table), {}};
-  const Names key = names_of(database, fmt::format("select name from pragma_table_info('{}') where pk > 0;", table));
-  if (!key.empty()) shape.keys.insert(set_of(key));
-  std::map<std::string, NameSet> indexes;
-  database.query(fmt::format("select list.name, info.name from pragma_index_list('{}') list, "
-                             "pragma_index_info(list.name) info where list.\"unique\" and not list.partial;",
-                             table)
-                     .c_str(),
-                 [&](sqlite3_stmt* row) { indexes[text_at(row, 0)].insert(text_at(row, 1)); });
-  for (const auto& [name, columns] : indexes) shape.keys.insert(columns);
-  return shape;
-}
-
 std::vector<TableShape> references(const DatabaseKind& kind) {
   Database database = Database::in_memory();
   database.execute(kind.schema);
@@ -193,11 +272,13 @@ std::vector<TableShape> references(const DatabaseKind& kind) {
   return shapes;
 }
 
-void compare(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
              std::vector<Finding>& findings) {
-  compare_names(table, reference, kind, findings);
-  compare_order(table, reference, kind, findings);
-  compare_keys(table, reference, findings);
+  const TableShape table = shape_of(database, reference.name);
+  const Comparison comparison{database, table, reference, kind, findings};
+  compare_names(comparison);
+  compare_order(comparison);
+  for (const NameSet& key : reference.keys) compare_key(comparison, key);
 }
 
 }  // namespace qmvctl

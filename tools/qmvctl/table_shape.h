@@ -30,13 +30,11 @@ NameSet views_of(const Database& database);
 // The columns that "select *" yields, which are also the generated ones.
 Names columns_of(const Database& database, const std::string& table);
 
-TableShape shape_of(const Database& database, const std::string& table);
-
 // The tables that a database of that kind has to have.
 std::vector<TableShape> references(const DatabaseKind& kind);
 
-// Compares a table with its reference: columns and uniqueness. `kind` is named in what to do.
-void compare(const TableShape& table, const TableShape& reference, const DatabaseKind& kind,
+// Compares a table that is there with its reference: columns and uniqueness. `kind` is named in what to do.
+void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
              std::vector<Finding>& findings);
 
 }  // namespace qmvctl
