@@ -132,7 +132,7 @@ TEST_F(Associations, OfAMissingTableFail) {
       plugins.err,
       "qmvctl: " + database() +
           ": table association_reg cannot be read: no such table: association_reg (qmvctl check association --db " +
-          database() + " tells more)\n");
+          database() + " may tell why)\n");
 }
 
 // The view has a row for connections that wait for locks, as the command's, and none for the library's own: what these
@@ -145,7 +145,7 @@ TEST_F(Associations, PlugInsThatTheLibraryDoesNotSeeAreNotSilentlyLeftOut) {
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, "qmvctl: " + database() +
                              ": table association_reg cannot be read (qmvctl check association --db " + database() +
-                             " tells more)\n");
+                             " may tell why)\n");
 }
 
 TEST_F(Associations, OfAFileThatIsNoDatabaseFail) {

@@ -219,6 +219,20 @@ TEST_F(Check, FindsKeysThatAPartIsUniqueOf) {
   EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
 }
 
+TEST_F(Check, FindsTriggersAndSaysHowToDropThem) {
+  sql("create trigger \"on sel\" after insert on sel begin update sel set EvMRev = 3; end;");
+  EXPECT_EQ(problems(),
+            "sel: trigger on sel runs when rows change: what is stored may read back different, or not at all.\n");
+  EXPECT_EQ(advice(), std::vector<std::string>{"If nothing else needs it: drop trigger \"on sel\";"});
+  sql("drop trigger \"on sel\";");  // as it advises
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, DoesNotMindTriggersOfOtherTables) {
+  sql("create table theirs (a); create trigger t after insert on theirs begin delete from theirs; end;");
+  EXPECT_EQ(problems(), "");
+}
+
 TEST_F(Check, AnIndexMakesAKeyUniqueAsItAdvises) {
   redefine("boot_order", " PRIMARY KEY", "");
   const std::string advice = Json::parse(on_database({"check", "--json"}).out).at(0).at("advice");

@@ -217,8 +217,10 @@ TEST_P(ReadBack, DifferenceRollsTheImportBack) {
   const size_t table = trigger.find(" on ") + 4;
   EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": table " +
                              trigger.substr(table, trigger.find(' ', table) - table) +
-                             " reads back different from what was stored; nothing is imported (qmvctl check tells "
-                             "why)\n");
+                             " reads back different from what was stored; nothing is imported (qmvctl check cim --db " +
+                             database() + " may tell why)\n");
+  const std::string found = on_database({"check"}).out;
+  EXPECT_NE(found.find("trigger t "), std::string::npos) << found;
   EXPECT_EQ(contents(), before);
 }
 

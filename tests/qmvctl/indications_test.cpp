@@ -102,7 +102,7 @@ TEST_F(Indications, OfAMissingTableFailAndShowNothing) {
   EXPECT_EQ(outcome.err, "qmvctl: " + database() +
                              ": table indication_subscription cannot be read: no such table: indication_subscription "
                              "(qmvctl check cim --db " +
-                             database() + " tells more)\n");
+                             database() + " may tell why)\n");
 }
 
 TEST_F(Indications, TakeOneSubcommandAtMost) {

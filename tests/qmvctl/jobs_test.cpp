@@ -130,11 +130,11 @@ TEST_F(Jobs, OfAMissingTableFail) {
   EXPECT_EQ(jobs.err,
             "qmvctl: " + database() +
                 ": table concrete_job cannot be read: no such table: concrete_job (qmvctl check tmp_cim --db " +
-                database() + " tells more)\n");
+                database() + " may tell why)\n");
   EXPECT_EQ(errors.status, 1);
   EXPECT_EQ(errors.err, "qmvctl: " + database() +
                             ": table error_info cannot be read: no such table: error_info (qmvctl check tmp_cim --db " +
-                            database() + " tells more)\n");
+                            database() + " may tell why)\n");
 }
 
 TEST_F(Jobs, PurgeDeletesFinishedExpiredJobsAndTheErrorsOfExpiredOnes) {

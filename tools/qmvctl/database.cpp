@@ -146,7 +146,11 @@ void Database::fail(const std::string& reason) const {
 void Database::fail_to_read(const std::string& table) const {
   const bool has_reason = sqlite3_errcode(handle_) != SQLITE_OK && sqlite3_errcode(handle_) != SQLITE_DONE;
   const std::string reason = has_reason ? std::string(": ") + sqlite3_errmsg(handle_) : "";
-  fail("table " + table + " cannot be read" + reason + " (" + command_on("check", file_, kind_) + " tells more)");
+  fail("table " + table + " cannot be read" + reason + check_hint());
+}
+
+std::string Database::check_hint() const {
+  return " (" + command_on("check", file_, kind_) + " may tell why)";
 }
 
 Transaction::Transaction(Database& database) : database_(database) {

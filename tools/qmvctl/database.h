@@ -86,6 +86,9 @@ class Database {
   // After a failed reading: the reason, where SQLite gives one, and the command that looks for others.
   [[noreturn]] void fail_to_read(const std::string& table) const;
 
+  // Behind an error of unknown reason: " (qmvctl check KIND [--db FILE] may tell why)".
+  std::string check_hint() const;
+
  private:
   Database(const std::string& file, const std::string& path, const DatabaseKind& kind);
 

@@ -67,10 +67,11 @@ void add_check(CLI::App& app, Context& context) {
   CLI::App* command = app.add_subcommand("check", "Say what is wrong with the databases, and what to do");
   const auto name = add_kind(*command);
   command->footer(
-      "Looks for missing tables, columns that are missing, added or in another order,\n"
-      "keys that are not unique, texts wider than their fields, entities without a CIM\n"
-      "class, damage to the file and locks that others hold. Exits with 1 when it\n"
-      "finds something. Without DATABASE: cim, tmp_cim, smashclp and, where it is,\n"
+      "Looks for missing tables and views in place of them, columns that are missing,\n"
+      "added or in another order, keys that are not unique, triggers, texts wider than\n"
+      "their fields, event record IDs outside 1 to 65534, entities without a CIM class,\n"
+      "damage to the file and locks that others hold. Exits with 1 when it finds\n"
+      "something. Without DATABASE: cim, tmp_cim, smashclp and, where it is,\n"
       "association; or the file that --db names, as the database whose tables it has.\n\n"
       "Example:\n  qmvctl check --db test.db");
   command->callback([&context, name] { check(context, *name); });

@@ -39,8 +39,8 @@ bool is_equal(const Record& a, const Record& b) {
 }
 
 [[noreturn]] void differ(const Database& database, const char* table) {
-  database.fail(std::string("table ") + table +
-                " reads back different from what was stored; nothing is imported (qmvctl check tells why)");
+  database.fail(std::string("table ") + table + " reads back different from what was stored; nothing is imported" +
+                database.check_hint());
 }
 
 // Compares the rows of a table with what was stored, in any order. `comes_before` orders records by their key.

@@ -245,6 +245,19 @@ void compare_key(const Comparison& comparison, const NameSet& key) {
                 {fmt::format("create unique index {0}_key on {0} ({1});", table.name, fmt::join(columns, ", "))}));
 }
 
+void report_triggers(const Comparison& comparison) {
+  const Names triggers =
+      names_of(comparison.database,
+               fmt::format("select name from sqlite_master where type = 'trigger' and tbl_name = '{}' collate nocase;",
+                           comparison.table.name));
+  for (const std::string& trigger : triggers) {
+    comparison.add(
+        fmt::format("trigger {} runs when rows change: what is stored may read back different, or not at all.",
+                    trigger),
+        advice_of(comparison, "If nothing else needs it:", {fmt::format("drop trigger {};", quoted(trigger))}));
+  }
+}
+
 }  // namespace
 
 bool NameOrder::operator()(const std::string& a, const std::string& b) const {
@@ -279,6 +292,7 @@ void compare(const Database& database, const TableShape& reference, const Databa
   compare_names(comparison);
   compare_order(comparison);
   for (const NameSet& key : reference.keys) compare_key(comparison, key);
+  report_triggers(comparison);
 }
 
 }  // namespace qmvctl

@@ -33,7 +33,8 @@ Names columns_of(const Database& database, const std::string& table);
 // The tables that a database of that kind has to have.
 std::vector<TableShape> references(const DatabaseKind& kind);
 
-// Compares a table that is there with its reference: columns and uniqueness. `kind` is named in what to do.
+// Compares a table that is there with its reference: columns, uniqueness, and that nothing else runs when rows change.
+// `kind` is named in what to do.
 void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
              std::vector<Finding>& findings);
 
