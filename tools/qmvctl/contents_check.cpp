@@ -22,18 +22,30 @@ void check_integrity_row(sqlite3_stmt* row, std::vector<Finding>& findings) {
   }
 }
 
-void check_width(const Database& database, const std::string& table, const std::string& column, size_t width,
+// "1 text is", "2 texts are"
+std::string texts_are(int count) {
+  return count == 1 ? "1 text is" : fmt::format("{} texts are", count);
+}
+
+// What becomes of texts that are too long.
+std::string effect_of(int count, const FieldWidth& width) {
+  if (!width.runs_on) return fmt::format("wider than the field of {} bytes, and cut when read", width.bytes);
+  return fmt::format("longer than {} bytes, and {} on over the fields behind {} own when read", width.bytes - 1,
+                     count == 1 ? "runs" : "run", count == 1 ? "its" : "their");
+}
+
+void check_width(const Database& database, const std::string& table, const std::string& column, const FieldWidth& width,
                  std::vector<Finding>& findings) {
   const std::string length = fmt::format("length(cast({} as blob))", column);
-  const std::string wide = fmt::format("from {} where {} > {};", table, length, width);
+  const size_t longest = width.runs_on ? width.bytes - 1 : width.bytes;
+  const std::string wide = fmt::format("from {} where {} > {};", table, length, longest);
   database.query(fmt::format("select count(*), max({}) {}", length, wide).c_str(), [&](sqlite3_stmt* row) {
     const int count = sqlite3_column_int(row, 0);
     if (count == 0) return;
-    findings.push_back(
-        {table,
-         fmt::format("column {}: {} wider than the field of {} bytes, and cut when read; the longest has {}.", column,
-                     count == 1 ? "1 text is" : fmt::format("{} texts are", count), width, sqlite3_column_int(row, 1)),
-         fmt::format("Shorten them: select {}, {} {}", column, length, wide)});
+    findings.push_back({table,
+                        fmt::format("column {}: {} {}; the longest has {}.", column, texts_are(count),
+                                    effect_of(count, width), sqlite3_column_int(row, 1)),
+                        fmt::format("Shorten them: select {}, {} {}", column, length, wide)});
   });
 }
 

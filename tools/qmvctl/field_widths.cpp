@@ -9,11 +9,12 @@ namespace qmvctl {
 
 namespace {
 
-using Widths = std::map<std::string, size_t>;
+using Widths = std::map<std::string, FieldWidth>;
 
 // In the scope of this, Record names the record.
-#define WIDTH(member) \
-  { #member, sizeof(Record::member) }
+#define WIDTH(member) Widths::value_type(#member, FieldWidth{sizeof(Record::member)})
+// Of a column whose text runs on.
+#define RUNNING_WIDTH(member) Widths::value_type(#member, FieldWidth{sizeof(Record::member), true})
 
 Widths fru_widths() {
   using Record = fru_rec;
@@ -36,7 +37,7 @@ Widths fru_locator_widths() {
 
 Widths device_widths() {
   using Record = device_rec;
-  return {WIDTH(GUID), WIDTH(IPAddress)};
+  return {WIDTH(GUID), RUNNING_WIDTH(IPAddress)};
 }
 
 Widths ipmi_session_widths() {
@@ -47,7 +48,8 @@ Widths ipmi_session_widths() {
 
 Widths sel_info_widths() {
   using Record = sel_info_rec;
-  return {WIDTH(CompletionCode), WIDTH(Version), WIDTH(AddTimeStamp), WIDTH(EraseTimeStamp), WIDTH(OperationSupport)};
+  return {RUNNING_WIDTH(CompletionCode), RUNNING_WIDTH(Version), RUNNING_WIDTH(AddTimeStamp),
+          RUNNING_WIDTH(EraseTimeStamp), RUNNING_WIDTH(OperationSupport)};
 }
 
 Widths sel_widths() {
@@ -99,8 +101,8 @@ Widths error_info_widths() {
 Widths association_widths() {
   using Record = association_rec;
   constexpr size_t kList = 1023;
-  return {WIDTH(ClassName), WIDTH(NameSpace), WIDTH(Text2),     WIDTH(Text3),
-          {"List5", kList}, {"List6", kList}, {"List7", kList}, {"List8", kList}};
+  return {WIDTH(ClassName),   WIDTH(NameSpace),   WIDTH(Text2),       WIDTH(Text3),
+          {"List5", {kList}}, {"List6", {kList}}, {"List7", {kList}}, {"List8", {kList}}};
 }
 
 Widths association_reg_widths() {
@@ -109,13 +111,14 @@ Widths association_reg_widths() {
 }
 
 #undef WIDTH
+#undef RUNNING_WIDTH
 
 // Profile tables are listed with their members already.
 std::map<std::string, Widths> instance_widths() {
   std::map<std::string, Widths> tables;
   for (const InstanceTable& table : all_instance_tables()) {
     for (const InstanceMember& member : table.members) {
-      if (member.width != 0) tables[table.name][member.name] = member.width;
+      if (member.width != 0) tables[table.name][member.name] = {member.width};
     }
   }
   return tables;
@@ -146,7 +149,7 @@ std::map<std::string, Widths> all_widths() {
 
 }  // namespace
 
-std::map<std::string, size_t> field_widths(const std::string& table) {
+std::map<std::string, FieldWidth> field_widths(const std::string& table) {
   static const std::map<std::string, Widths> tables = all_widths();
   const auto found = tables.find(table);
   return found == tables.end() ? Widths() : found->second;

@@ -8,8 +8,13 @@
 
 namespace qmvctl {
 
-// By column, in bytes; of the texts that the library reads. Nothing for a table without such.
-std::map<std::string, size_t> field_widths(const std::string& table);
+struct FieldWidth {
+  size_t bytes;
+  bool runs_on = false;  // a text that fills the field or is longer is not cut: it runs on over what is behind
+};
+
+// By column; of the texts that the library reads. Nothing for a table without such.
+std::map<std::string, FieldWidth> field_widths(const std::string& table);
 
 }  // namespace qmvctl
 
