@@ -24,15 +24,18 @@ class Check : public CommandTest {
     sql(definition.replace(at, from.size(), to));
   }
 
-  // The problems that a check must find, table and text, each on a line.
+  // The problems and notes that a check must find, table and text, each on a line.
   std::string problems() {
     const Outcome outcome = on_database({"check", "--json"});
     std::string lines;
+    bool is_wrong = false;
     for (const Json& finding : Json::parse(outcome.out)) {
+      is_wrong |= finding.at("kind") == "problem";
+      lines += finding.at("kind") == "note" ? "note: " : "";
       lines += finding.at("table").get<std::string>() + ": " + finding.at("problem").get<std::string>() + "\n";
       EXPECT_FALSE(finding.at("advice").get<std::string>().empty());
     }
-    EXPECT_EQ(outcome.status, lines.empty() ? 0 : 1);
+    EXPECT_EQ(outcome.status, is_wrong ? 1 : 0);
     return lines;
   }
 
@@ -307,12 +310,29 @@ TEST_F(Check, KnowsTheWidthOfEveryText) {
   }
 }
 
-TEST_F(Check, FindsEntitiesThatHaveNoClass) {
-  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 0), ('b', 1, 53), ('c', 1, 54), ('d', 1, 64),"
-      "('e', 1, -1), ('f', 1, 64), ('g', 1, null), ('h', 1, 'abc'), ('i', 1, 300);");
-  EXPECT_EQ(problems(),
-            "device: column EntityID: 6 rows have entities outside 0 to 53, which have no CIM class: -1, 54 reserved, "
-            "64 Air Inlet, 300, 'abc'.\n");
+TEST_F(Check, FindsEntitiesThatIpmiDoesNotKnow) {
+  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 0), ('b', 1, 53), ('c', 1, 54), ('d', 1, 56),"
+      "('e', 1, -1), ('f', 1, 63), ('g', 1, null), ('h', 1, 'abc'), ('i', 1, 300), ('j', 1, 67), ('k', 1, 143),"
+      "('l', 1, 54), ('m', 1, 7.5), ('n', 1, 256);");
+  EXPECT_EQ(
+      problems(),
+      "device: column EntityID: 11 rows have entities that IPMI does not know: -1, 7.5, 54 reserved, 56 reserved, "
+      "63 reserved, 67 entity 43h, 143 entity 8Fh, 256, 300, 'abc'.\n");
+}
+
+TEST_F(Check, NotesEntitiesThatHaveNoClass) {
+  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 55), ('b', 1, 64), ('c', 1, 66), ('d', 1, 64),"
+      "('e', 1, 144), ('f', 1, 209), ('g', 1, 255);");
+  EXPECT_EQ(
+      problems(),
+      "note: device: column EntityID: 7 rows have entities that have no CIM class: 55 Air Inlet, 64 Air Inlet, 66 "
+      "Baseboard, 144 entity 90h, 209 entity D1h, 255 entity FFh.\n");
+  const Outcome outcome = on_database({"check"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out.find(database() + ": nothing is wrong\n\nnote: table device: column EntityID: "), 0u)
+      << outcome.out;
+  sql("insert into device (GUID, DeviceType, EntityID) values ('h', 1, 54);");
+  EXPECT_EQ(on_database({"check"}).out.find(database() + ": 1 problem\n\ntable device: "), 0u);
 }
 
 TEST_F(Check, FindsRecordIdsThatTheLogCannotHold) {

@@ -10,9 +10,10 @@
 namespace qmvctl {
 
 struct Finding {
-  std::string table;    // empty for what concerns the whole file
-  std::string problem;  // what is wrong, and what follows from it
-  std::string advice;   // what to do
+  std::string table;     // empty for what concerns the whole file
+  std::string problem;   // what is wrong, and what follows from it
+  std::string advice;    // what to do
+  bool is_note = false;  // nothing is wrong; it is good to know
 };
 
 // What to do about damage.

@@ -57,9 +57,26 @@ std::string entity_text(sqlite3_stmt* row) {
   return id >= 0 && id <= 0xFF ? stored + " " + entity_name(static_cast<int32_t>(id)) : stored;
 }
 
-// The map from entities to CIM classes goes from 0 to 53.
-void check_entities(const Database& database, const std::string& table, std::vector<Finding>& findings) {
-  const std::string where = fmt::format("from {} where EntityID not between 0 and 53", table);
+// Rows whose entity ID is outside the map from entities to CIM classes, which goes from 0 to 53. What IPMI 2.0, table
+// 43-13, allows is as it may be; what it reserves, and what is no byte, is wrong.
+struct EntityCheck {
+  const char* condition;
+  const char* problem;
+  const char* advice;
+  bool is_note;
+};
+constexpr EntityCheck kEntityChecks[] = {
+    {"EntityID is not null and (typeof(EntityID) <> 'integer' or EntityID not between 0 and 255 or EntityID = 54 or "
+     "EntityID between 56 and 63 or EntityID between 67 and 143)",
+     "that IPMI does not know", "They are in no class and in no assets. Correct them", false},
+    // The last ranges are those of the chassis, of sets of boards and of OEMs.
+    {"typeof(EntityID) = 'integer' and (EntityID in (55, 64, 65, 66) or EntityID between 144 and 255)",
+     "that have no CIM class", "They are in no class and in no assets, and nothing is to be done. To see them", true},
+};
+
+void check_entities(const Database& database, const std::string& table, const EntityCheck& check,
+                    std::vector<Finding>& findings) {
+  const std::string where = fmt::format("from {} where {}", table, check.condition);
   const std::string each = fmt::format("select quote(EntityID), EntityID, count(*) {} group by EntityID;", where);
   std::string entities;
   int count = 0;
@@ -68,13 +85,11 @@ void check_entities(const Database& database, const std::string& table, std::vec
     count += sqlite3_column_int(row, 2);
   });
   if (count == 0) return;
-  findings.push_back(
-      {table,
-       fmt::format("column EntityID: {} outside 0 to 53, which have no CIM class: {}.",
-                   count == 1 ? "1 row has an entity" : fmt::format("{} rows have entities", count), entities),
-       "They are in no class and in no assets. Where the server itself says so, as with the OEM entities from 208 on, "
-       "nothing is to be done; else: select * " +
-           where + ";"});
+  findings.push_back({table,
+                      fmt::format("column EntityID: {} {}: {}.",
+                                  count == 1 ? "1 row has an entity" : fmt::format("{} rows have entities", count),
+                                  check.problem, entities),
+                      fmt::format("{}: select * {};", check.advice, where), check.is_note});
 }
 
 // What the controller's log cannot hold.
@@ -103,7 +118,9 @@ void check_contents(const Database& database, const std::string& table, std::vec
   for (const auto& [column, width] : field_widths(table)) {
     if (columns.contains(column)) check_width(database, table, column, width, findings);
   }
-  if (columns.contains("EntityID")) check_entities(database, table, findings);
+  if (columns.contains("EntityID")) {
+    for (const EntityCheck& check : kEntityChecks) check_entities(database, table, check, findings);
+  }
   if (table == "sel" && columns.contains("RecordID")) check_record_ids(database, findings);
 }
 

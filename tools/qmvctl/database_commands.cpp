@@ -59,7 +59,7 @@ void check(Context& context, const std::string& name) {
   const DatabaseKind* kind = name.empty() ? nullptr : kKinds.at(name);
   const bool is_all = name.empty() && context.file.empty();
   const std::vector<Checked> files = is_all ? check_all() : std::vector{check_file(context.file, kind)};
-  for (const Checked& checked : files) context.is_wrong |= !checked.findings.empty();
+  for (const Checked& checked : files) context.is_wrong |= problems(checked) > 0;
   report(context.out, context.form, files);
 }
 
@@ -69,10 +69,12 @@ void add_check(CLI::App& app, Context& context) {
   command->footer(
       "Looks for missing tables and views in place of them, columns that are missing,\n"
       "added or in another order, keys that are not unique, triggers, texts wider than\n"
-      "their fields, event record IDs outside 1 to 65534, entities without a CIM class,\n"
-      "damage to the file and locks that others hold. Exits with 1 when it finds\n"
-      "something. Without DATABASE: cim, tmp_cim, smashclp and, where it is,\n"
-      "association; or the file that --db names, as the database whose tables it has.\n\n"
+      "their fields, event record IDs outside 1 to 65534, entities that IPMI does not\n"
+      "know, damage to the file and locks that others hold, and exits with 1 when it\n"
+      "finds such a problem. A note is none: it tells what IPMI allows but the library\n"
+      "does not use, entities without a CIM class. Without DATABASE: cim, tmp_cim,\n"
+      "smashclp and, where it is, association; or the file that --db names, as the\n"
+      "database whose tables it has.\n\n"
       "Example:\n  qmvctl check --db test.db");
   command->callback([&context, name] { check(context, *name); });
 }

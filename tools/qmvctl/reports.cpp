@@ -1,5 +1,6 @@
 #include "reports.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -43,14 +44,12 @@ Json to_json(const std::vector<HeadedListing>& lists) {
 }
 
 void print_findings(std::ostream& out, const Checked& checked) {
-  if (checked.findings.empty()) {
-    out << printable(checked.file) << ": nothing is wrong\n";
-    return;
-  }
-  out << printable(checked.file) << ": " << counted(checked.findings.size(), "problem") << '\n';
+  const size_t count = problems(checked);
+  out << printable(checked.file) << ": " << (count == 0 ? "nothing is wrong" : counted(count, "problem")) << '\n';
   for (const Finding& finding : checked.findings) {
     out << "\n"
-        << (finding.table.empty() ? "" : "table " + finding.table + ": ") << printable(finding.problem) << '\n'
+        << (finding.is_note ? "note: " : "") << (finding.table.empty() ? "" : "table " + finding.table + ": ")
+        << printable(finding.problem) << '\n'
         << "  " << printable(finding.advice) << '\n';
   }
 }
@@ -67,6 +66,11 @@ void print(std::ostream& out, const Form& form, const std::vector<HeadedListing>
 }
 
 }  // namespace
+
+size_t problems(const Checked& checked) {
+  const auto is_problem = [](const Finding& finding) { return !finding.is_note; };
+  return static_cast<size_t>(std::count_if(checked.findings.begin(), checked.findings.end(), is_problem));
+}
 
 std::string counted(size_t count, const std::string& what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
@@ -142,14 +146,18 @@ void report(std::ostream& out, const Form& form, const std::vector<Checked>& fil
     for (const Checked& checked : files) print_findings(out, checked);
     return;
   }
-  Listing listing{{text_column("File", kWide, "file"), text_column("Table", kWide, "table"),
-                   text_column("Problem", kWide, "problem"), text_column("Advice", kWide, "advice")},
-                  {},
-                  ""};
+  Listing listing{
+      {text_column("File", kWide, "file"), text_column("Table", kWide, "table"), text_column("Kind", kWide, "kind"),
+       text_column("Problem", kWide, "problem"), text_column("Advice", kWide, "advice")},
+      {},
+      ""};
   for (const Checked& checked : files) {
     for (const Finding& finding : checked.findings) {
-      listing.rows.push_back(
-          {{"file", checked.file}, {"table", finding.table}, {"problem", finding.problem}, {"advice", finding.advice}});
+      listing.rows.push_back({{"file", checked.file},
+                              {"table", finding.table},
+                              {"kind", finding.is_note ? "note" : "problem"},
+                              {"problem", finding.problem},
+                              {"advice", finding.advice}});
     }
   }
   report(out, form, listing);

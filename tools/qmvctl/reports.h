@@ -38,6 +38,7 @@ struct Checked {
   std::string file;
   std::vector<Finding> findings;
 };
+size_t problems(const Checked& checked);  // without the notes
 void report(std::ostream& out, const Form& form, const std::vector<Checked>& files);
 
 }  // namespace qmvctl
