@@ -44,6 +44,7 @@ Answer filled(sqlite3* db, const char* query, std::int32_t (*fill)(Record*, sqli
   Answer answer;
   if (sqlite3_prepare_v2(db, query, -1, &row, nullptr) == SQLITE_OK && sqlite3_step(row) == SQLITE_ROW)
     answer.status = fill(reinterpret_cast<Record*>(record.bytes()), row);
+  answer.content.assign(record.bytes(), sizeof(Record));
   sqlite3_finalize(row);
   return answer;
 }
@@ -54,7 +55,7 @@ Answer power_supplies(sqlite3*, const Material&) {
   const std::int32_t status = get_all_ps_from_db(&names, &count);
   for (std::int32_t i = 0; names != nullptr && i < count; ++i) db_freemem(names[i]);
   db_freemem(names);
-  return {status};
+  return {status, count};
 }
 
 Answer plugins(sqlite3*, const Material&) {
@@ -62,7 +63,7 @@ Answer plugins(sqlite3*, const Material&) {
   std::int32_t count = 0;
   const std::int32_t status = load_plugins(&records, &count, "any");
   db_freemem(records);
-  return {status};
+  return {status, count};
 }
 
 // Releases what a list has, up to its end.
@@ -89,11 +90,12 @@ Answer associations(sqlite3*, const Material&) {
   std::int32_t count = 0;
   std::int32_t status = get_association_data(&records, "select * from association;", &count);
   release(records, count);
+  const std::int32_t selected = count;
   records = nullptr;
   count = 0;
   status += assoc_get_global_data(&records, &count);
   release(records, count);
-  return {status};
+  return {status, selected + count};
 }
 
 // A file of which only a table's name is known.
@@ -107,7 +109,7 @@ Answer introspection(sqlite3*, const Material&) {
   const Guarded table(256, '?');
   std::int32_t rows = 0;
   status += get_static_instances("any", &rows, table.bytes());
-  return {status};
+  return {status, rows, Handed::kNothing, {value.bytes(), 256}};
 }
 
 }  // namespace

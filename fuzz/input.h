@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace qmv::fuzz {
 
@@ -57,6 +58,9 @@ inline void require(bool holds, const char* what) {
   std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();
 }
+
+// Of a target that tells: what no input has reached yet. The kept inputs reach all.
+__attribute__((weak)) std::vector<std::string> unreached();
 
 }  // namespace qmv::fuzz
 

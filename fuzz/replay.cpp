@@ -22,5 +22,12 @@ int main(int count, char** folders) {
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
   }
-  return files.empty() ? EXIT_FAILURE : EXIT_SUCCESS;
+  bool failed = files.empty();
+  if (qmv::fuzz::unreached != nullptr) {
+    for (const std::string& place : qmv::fuzz::unreached()) {
+      std::printf("no input reaches %s\n", place.c_str());
+      failed = true;
+    }
+  }
+  return failed ? EXIT_FAILURE : EXIT_SUCCESS;
 }
