@@ -4,6 +4,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "names.h"
+
 namespace qmvctl {
 
 namespace {
@@ -110,7 +112,6 @@ bool has_reading(const full_sdr_rec& sensor, size_t reading) {
 }
 
 bool has_threshold(const full_sdr_rec& sensor, size_t threshold) {
-  constexpr int32_t kThresholdEvents = 1;
   const bool gives_access = (sensor.SensorCaps >> 2 & 3) != 0;
   const int32_t masks = sensor.DiscreteReadingMask | sensor.DiscreteReadingMask >> 8;  // readable, settable
   return sensor.EventTypeCode == kThresholdEvents && gives_access && (masks >> threshold & 1) != 0;

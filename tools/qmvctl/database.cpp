@@ -46,7 +46,7 @@ int open_connection(const std::string& path, const DatabaseKind& kind, sqlite3**
 }
 
 [[noreturn]] void fail_as_it_exists(const std::string& file) {
-  throw FileError(file, "the file exists and is not touched");
+  throw FileError(file, kIsNotTouched);
 }
 
 // Whether that is a regular file of 0 bytes, as SQLite makes one for a host that only reads.

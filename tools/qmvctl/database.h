@@ -31,6 +31,8 @@ extern const DatabaseKind kRegistry;           // associations and plug-ins
 inline constexpr const DatabaseKind* kDatabaseKinds[] = {&kInstanceDatabase, &kTemporaryDatabase, &kShellDatabase,
                                                          &kRegistry};
 
+inline constexpr const char* kIsNotTouched = "the file exists and is not touched";
+
 // What is wrong with a file: "FILE: REASON".
 class FileError : public std::runtime_error {
  public:

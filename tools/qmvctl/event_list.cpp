@@ -17,8 +17,6 @@ namespace qmvctl {
 
 namespace {
 
-constexpr int32_t kThresholdEvents = 1;
-
 // Sensors by owner ID and number, as an event names its sensor. The event's owner LUN is not kept, so the first one
 // counts.
 struct KnownSensors {
@@ -129,13 +127,12 @@ Listing list_events(const Database& database) {
                    name_column("Event type", kInFull, "event_type_name", "event_type"),
                    name_column("Event", 25, "event", "event_offset"),
                    name_column("Direction", kWide, "direction", "event_direction"),
-                   text_column("State", 8, "state"),
+                   state_column("State", 8, "state"),
                    {"Data", kWide, data_text},
                    {"Reading", kWide, reading_text},
                    number_column("Message revision", kInFull, "message_revision")},
                   {},
                   "The event log is empty."};
-  for (Column& column : listing.columns) column.is_state = column.head == "State";
   for (const auto& event : events(database)) listing.rows.push_back(to_json(event, sensors));
   return listing;
 }

@@ -71,9 +71,8 @@ Bytes encode_events(const Database& database) {
 }
 
 // With the reason that the system gives.
-std::runtime_error failure_of(const std::string& file, int error) {
-  return std::runtime_error(file + ": " +
-                            (error == EEXIST ? "the file exists and is not touched" : std::strerror(error)));
+FileError failure_of(const std::string& file, int error) {
+  return FileError(file, error == EEXIST ? kIsNotTouched : std::strerror(error));
 }
 
 void write_file(const std::string& name, const Bytes& bytes) {

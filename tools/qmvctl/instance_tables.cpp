@@ -9,10 +9,10 @@ namespace qmvctl {
 namespace {
 
 // In the scope of this, Record names the record.
-#define MEMBER(member)                                                        \
-  InstanceMember {                                                            \
-#member, offsetof(Record, member), width_of < decltype(Record::member)>() \
-  }
+// clang-format off
+#define MEMBER(member) \
+  InstanceMember { #member, offsetof(Record, member), width_of<decltype(Record::member)>() }
+// clang-format on
 
 template <class Member>
 constexpr size_t width_of() {

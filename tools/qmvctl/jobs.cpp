@@ -63,13 +63,12 @@ void check_purge(const Database& database, int32_t now) {
 Listing list_jobs(const Database& database) {
   Listing listing{
       {text_column("InstanceID", 20, "instance_id"), text_column("Name", 16, "element_name"),
-       name_column("State", 13, "job_state_name", "job_state"), number_column("Percent", 7, "percent_complete"),
+       cim_name_column("State", 13, "job_state_name", "job_state"), number_column("Percent", 7, "percent_complete"),
        text_column("Status", 16, "job_status"), text_column("Operational status", kWide, "operational_status"),
        number_column("Minutes kept", kWide, "time_before_removal"),
        number_column("Delete", kWide, "delete_on_completion")},
       {},
       "There are no jobs."};
-  listing.columns[2].is_cim_code = true;
   for (const concrete_job_rec& job : jobs(database)) {
     listing.rows.push_back({{"instance_id", text_of(job.InstanceID)},
                             {"element_name", text_of(job.ElementName)},

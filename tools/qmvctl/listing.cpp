@@ -46,6 +46,18 @@ Column word_column(const std::string& head, int width, const std::string& key) {
   return hex_column(head, width, key, 4);
 }
 
+Column cim_name_column(const std::string& head, int width, const std::string& key, const std::string& code) {
+  Column column = name_column(head, width, key, code);
+  column.is_cim_code = true;
+  return column;
+}
+
+Column state_column(const std::string& head, int width, const std::string& key) {
+  Column column = text_column(head, width, key);
+  column.is_state = true;
+  return column;
+}
+
 std::string number_text(const Json& value) {
   return fmt::format("{:.10g}", value.get<double>());
 }

@@ -22,6 +22,7 @@ std::string reading_unit(int32_t units1, int32_t base_unit, int32_t modifier_uni
 
 // Table 42-1: "Threshold", "Sensor-specific"; "reserved" for codes without a meaning.
 std::string event_type_name(int32_t event_type);
+constexpr int32_t kThresholdEvents = 1;
 
 // CIM_Sensor.SensorType for an IPMI sensor; by the unit where the sensor type is 0Bh, "other units-based sensor".
 constexpr int32_t kCimOther = 1;
