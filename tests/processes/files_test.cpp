@@ -92,7 +92,7 @@ class FilesTest : public ProcessesTest {
 
   // What is there comes back as from a database in memory.
   static void expect_reads() {
-    const Database same;
+    const Database same(image_of_all_tables());
     const Connection db;
     for (const Shape shape : {Shape::kCount, Shape::kGetAll, Shape::kGetOne}) {
       for (const Call& call : calls_of(shape))

@@ -13,6 +13,7 @@
 #include "../support/figures.h"
 #include "../torture/calls.h"
 #include "../torture/databases.h"
+#include "../torture/tables.h"
 #include "host.h"
 #include "processes_test.h"
 #include "traffic.h"
@@ -72,9 +73,11 @@ class ThreadsTest : public ProcessesTest {
 
   // What each call answers on a connection of this thread's own, to tables as they were made.
   static std::vector<Answer> answers_to(const std::vector<Call>& made) {
-    Database database;
+    Database usual(image_of_all_tables());
+    Database narrow(image_with_narrow_sensors());
     std::vector<Answer> all;
     for (const Call& call : made) {
+      Database& database = call.wants_narrow_sensors ? narrow : usual;
       all.push_back(call.run(database.get(), call.material));
       database.put_back();
     }
@@ -90,7 +93,7 @@ class ThreadsTest : public ProcessesTest {
   }
 
   static void create_job() {
-    const Database database;
+    const Database database(image_of_all_tables());
     concrete_job_rec job = {};
     char identifier[sizeof(job.InstanceID)];
     db_set_concretejob(database.get(), &job, identifier);

@@ -12,6 +12,11 @@ namespace qmv::test {
 
 namespace {
 
+Call with_narrow_sensors(Call call) {
+  call.wants_narrow_sensors = true;
+  return call;
+}
+
 std::vector<Call> all_calls() {
   std::vector<Call> all = {
       CALL(db_set_compact_sdr_info),
@@ -59,10 +64,10 @@ std::vector<Call> all_calls() {
       CALL(db_get_all_fru_info),
       CALL(db_get_fru_compact_sdr_cnt),
       CALL(db_get_all_fru_compact_sdr),
-      CALL(db_get_fru_compact_sdr),
+      with_narrow_sensors(CALL(db_get_fru_compact_sdr)),
       CALL(db_get_fru_full_sdr_cnt),
       CALL(db_get_all_fru_full_sdr),
-      CALL(db_get_fru_full_sdr),
+      with_narrow_sensors(CALL(db_get_fru_full_sdr)),
       CALL(db_check_is_entity_id_equals_to_sen_type),
       CALL(db_check_is_entity_id_not_equals_to_sen_type, {.number = 11}),
       CALL(db_get_all_physicalasset_element),

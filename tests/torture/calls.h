@@ -45,7 +45,8 @@ struct Call {
   Shape shape;
   std::function<Answer(sqlite3* db, const Material& material)> run;
   Material material = {};
-  bool remembers = false;  // what it does depends on earlier calls of the same process
+  bool remembers = false;             // what it does depends on earlier calls of the same process
+  bool wants_narrow_sensors = false;  // sensor tables without column names of the FRU's, which are ambiguous to it
 };
 
 void PrintTo(const Call& call, std::ostream* out);

@@ -16,12 +16,23 @@ namespace qmv::test {
 namespace {
 
 // Those that read one row with one statement.
-class ChangedTablesOfOneRow : public ChangedTables {};
+class ChangedTablesOfOneRow : public ChangedTables {
+ protected:
+  // Whether a statement names the column that its table ends with.
+  static bool names_last_column() {
+    static const std::set<std::string> kNames = {"db_get_fru_compact_sdr", "db_get_fru_full_sdr", "db_get_MessageID",
+                                                 "db_get_req_state_change"};
+    return kNames.contains(GetParam().name);
+  }
+};
 
 INSTANTIATE_TEST_SUITE_P(Each, ChangedTablesOfOneRow, testing::ValuesIn(calls_of(Shape::kGetOne)), name_of);
 
 TEST_P(ChangedTablesOfOneRow, WithOneColumnLessAreReadAsIfItWereNull) {
-  expect_same(tried_with(nulled(kIsNotLast), 1), tried_with(cut(kIsNotLast), 1));
+  const Trial trial = tried_with(cut(kIsNotLast), 1);
+  if (names_last_column()) return expect_end_of_prepare(trial, 1);
+  EXPECT_EQ(0, trial.errors()) << "it compiles";
+  expect_same(tried_with(nulled(kIsNotLast), 1), trial);
 }
 
 TEST_P(ChangedTablesOfOneRow, WithMoreColumnsAreReadAsBefore) {

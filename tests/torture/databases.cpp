@@ -38,7 +38,11 @@ std::string file_text(const std::string& path, std::size_t length) {
 
 }  // namespace
 
-Database::Database() : db_(opened(image_of_all_tables())) {
+const std::string& image_for(const Call& call) {
+  return call.wants_narrow_sensors ? image_with_narrow_sensors() : image_of_all_tables();
+}
+
+Database::Database(const std::string& image) : image_(image), db_(opened(image)) {
   rows(db_, "select 1 from sqlite_master;");
 }
 
@@ -53,28 +57,28 @@ void Database::settle() {
 }
 
 bool Database::is_changed() const {
-  return std::memcmp(bytes(), image_of_all_tables().data(), kEndOfChangeCounter) != 0;
+  return std::memcmp(bytes(), image_.data(), kEndOfChangeCounter) != 0;
 }
 
 void Database::put_back() {
   settle();
   if (!is_changed()) return;
   // The pager sees the older change counter and reads its pages anew; the schema, which did not change, stays loaded.
-  std::memcpy(bytes(), image_of_all_tables().data(), image_of_all_tables().size());
+  std::memcpy(bytes(), image_.data(), image_.size());
   rows(db_, "select 1 from sqlite_master;");
 }
 
 unsigned char* Database::bytes() const {
   sqlite3_int64 size = 0;
   unsigned char* const bytes = sqlite3_serialize(db_, "main", &size, SQLITE_SERIALIZE_NOCOPY);
-  if (bytes == nullptr || static_cast<std::size_t>(size) < image_of_all_tables().size())
-    throw std::runtime_error("the image is gone");
+  if (bytes == nullptr || static_cast<std::size_t>(size) < image_.size()) throw std::runtime_error("the image is gone");
   return bytes;
 }
 
 FixedFiles::FixedFiles()
     : folder_(testing::TempDir() + "qmv-XXXXXX"),
-      images_{{"uptime", "12345.67 1.0\n"}, {"all.db", image_of_all_tables()}} {
+      images_{
+          {"uptime", "12345.67 1.0\n"}, {"all.db", image_of_all_tables()}, {"narrow.db", image_with_narrow_sensors()}} {
   if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("no folder " + folder_);
   for (const auto& [file, tables] : kTablesOfFile) images_[file] = image_of_tables(tables);
   for (const auto& [file, image] : images_) put_back(file);

@@ -7,12 +7,17 @@
 #include <map>
 #include <string>
 
+#include "torture/calls.h"
+
 namespace qmv::test {
 
-// A connection to a database in memory with all tables, which can be put back at once.
+// The database that a call finds all it needs in.
+const std::string& image_for(const Call& call);
+
+// A connection to a database in memory that begins as an image, and can be put back at once.
 class Database {
  public:
-  Database();
+  explicit Database(const std::string& image);
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
@@ -28,11 +33,12 @@ class Database {
  private:
   unsigned char* bytes() const;
 
+  const std::string& image_;
   sqlite3* db_ = nullptr;
 };
 
 // The files that stand for the fixed ones: each with the tables that are read there, and the uptime.
-// One more, all.db, has all tables.
+// Two more have all tables: all.db and, with narrow sensor tables, narrow.db.
 class FixedFiles {
  public:
   FixedFiles();

@@ -23,11 +23,11 @@ const std::set<int> kFileCodes = {SQLITE_ERROR, SQLITE_IOERR, SQLITE_FULL, SQLIT
 class FileFault : public FaultBelow {
  protected:
   void connect() override {
-    ASSERT_EQ(SQLITE_OK, __real_sqlite3_open((fixed_files().folder() + "/all.db").c_str(), &connection_));
+    ASSERT_EQ(SQLITE_OK, __real_sqlite3_open((fixed_files().folder() + "/" + given()).c_str(), &connection_));
   }
   void disconnect() override { close_with_statements(std::exchange(connection_, nullptr)); }
   sqlite3* db() override { return connection_; }
-  std::string file() const override { return Torture::file().empty() ? "all.db" : Torture::file(); }
+  std::string file() const override { return Torture::file().empty() ? given() : Torture::file(); }
 
   // Fails every use of that kind, once and from then on.
   void expect_survived(Use use) {
@@ -43,6 +43,8 @@ class FileFault : public FaultBelow {
   }
 
  private:
+  static std::string given() { return GetParam().wants_narrow_sensors ? "narrow.db" : "all.db"; }
+
   // The purge has no connection of its caller's, and an event type has nothing but its key to update.
   static bool changes_rows() {
     const std::string& name = GetParam().name;

@@ -122,6 +122,21 @@ const std::string& image_of_all_tables() {
   return image;
 }
 
+const std::string& image_with_narrow_sensors() {
+  static const std::string image = [] {
+    sqlite3* const db = opened(image_of_all_tables());
+    run_each(db,
+             "select 'alter table ' || tables.name || ' drop column ' || columns.name || ';' "
+             "from sqlite_master as tables, pragma_table_info(tables.name) as columns "
+             "where tables.name in ('compact_sdr', 'full_sdr') and columns.name <> 'EntityID' "
+             "and columns.name in (select name from pragma_table_info('fru'));");
+    const std::string made = image_of(db);
+    __real_sqlite3_close(db);
+    return made;
+  }();
+  return image;
+}
+
 std::string content(sqlite3* db) {
   std::string all;
   for (const std::string& table : tables_of(db)) {

@@ -10,8 +10,10 @@
 
 namespace qmv::test {
 
-// The bytes of a database with all tables, and with some of them.
+// The bytes of a database with all tables, with sensor tables that have no column of the FRU's names but the entity, and
+// with some of the tables.
 const std::string& image_of_all_tables();
+const std::string& image_with_narrow_sensors();
 std::string image_of_tables(const std::set<std::string>& kept);
 
 // A connection to a database in memory that begins as an image.

@@ -92,7 +92,7 @@ class Torture : public testing::TestWithParam<Call> {
   void release();
   std::string stored();
 
-  Database database_;
+  Database database_{image_for(GetParam())};
   sqlite3* to_file_ = nullptr;
   std::optional<Answer> beside_;  // of the same call once more, while the only thing left was a statement
   std::set<std::string> possibly_stored_;
