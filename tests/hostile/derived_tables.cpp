@@ -60,10 +60,23 @@ std::vector<Field> asset_fields() {
                        FIELD(DevIdStr), FIELD(SensorNum), FIELD(IdStrLen), FIELD(IsFRUAvailable), FIELD(IdStr)});
 }
 
-std::vector<Field> joined_fields() {
+// What FRUs and sensors fill of the members of a pair.
+std::vector<Field> fields_of_fru() {
   using Record = fru_sdr_rec;
   return with_strings({FIELD(FruIDSlaveAddr), FIELD(DeviceAccessAddr), FIELD(LUNBusID), FIELD(ChannelNumber),
-                       FIELD(EntityID), FIELD(EntityInst), FIELD_FROM("IDStrLen", IdStrLen)});
+                       FIELD(EntityID), FIELD(EntityInst)});
+}
+std::vector<Field> fields_of_sensor() {
+  using Record = fru_sdr_rec;
+  return {FIELD(EntityID), FIELD_FROM("EntityInstance", EntityInst), FIELD(IdStr)};
+}
+Field length_of(const std::string& column) {
+  using Record = fru_sdr_rec;
+  return FIELD_FROM(column, IdStrLen);
+}
+std::vector<Field> with(std::vector<Field> fields, const Field& one_more) {
+  fields.push_back(one_more);
+  return fields;
 }
 
 Reader assets() {
@@ -71,22 +84,43 @@ Reader assets() {
   return masked<Record>("db_get_all_physicalasset_element", db_get_all_physicalasset_element).filling(asset_fields());
 }
 
-// A join of the FRU with a sensor of its entity.
-Reader join(const std::string& name, const std::string& sensors,
-            std::int32_t (*get_all)(sqlite3*, std::int32_t*, fru_sdr_rec**)) {
-  return reader_of_new<fru_sdr_rec>(name,
-                                    [=](sqlite3* db, const Row& row, fru_sdr_rec** to) {
-                                      const std::string insert = "delete from " + sensors + "; insert into " + sensors +
-                                                                 " (DeviceID, EntityID, EntityInstance) values ('d', " +
-                                                                 row.at("EntityID").text + ", " +
-                                                                 row.at("EntityInst").text + ");";
-                                      sqlite3_exec(db, insert.c_str(), nullptr, nullptr, nullptr);
-                                      std::int32_t count = 0;
-                                      const std::int32_t status = get_all(db, &count, to);
-                                      EXPECT_EQ(1, count);
-                                      return status;
-                                    })
-      .filling(joined_fields());
+void run(sqlite3* db, const std::string& statements) {
+  EXPECT_EQ(SQLITE_OK, sqlite3_exec(db, statements.c_str(), nullptr, nullptr, nullptr)) << sqlite3_errmsg(db);
+}
+
+// The other row of a pair: a FRU, or a sensor of its entity.
+constexpr std::int32_t kEntity = 5;
+constexpr std::int32_t kInstance = 6;
+constexpr char kFruBeside[] =
+    "delete from fru; insert into fru values (1, 2, 3, 4, 5, 6, 7, 'd', 'e', 'f', 'g', 'h', 'i', 'j', 'k', 'l', 'm');";
+std::string sensor_beside(const std::string& sensors) {
+  return "delete from " + sensors + "; insert into " + sensors +
+         " (DeviceID, EntityID, EntityInstance, IdStrLen, IdStr) values ('d', 5, 6, 8, 'sensor');";
+}
+
+Reader all_pairs(const std::string& name, std::int32_t (*get_all)(sqlite3*, std::int32_t*, fru_sdr_rec**),
+                 const std::string& beside) {
+  return reader_of_new<fru_sdr_rec>(name, [=](sqlite3* db, const Row&, fru_sdr_rec** to) {
+    run(db, beside);
+    std::int32_t count = 0;
+    const std::int32_t status = get_all(db, &count, to);
+    EXPECT_EQ(1, count);
+    return status;
+  });
+}
+
+// Its statement does not compile with the schema's sensor tables, which have columns of the FRU's names.
+Reader one_pair(const std::string& name, const std::string& sensors,
+                std::int32_t (*get_one)(sqlite3*, std::int32_t, std::int32_t, fru_sdr_rec*),
+                const std::string& beside) {
+  return reader_into<fru_sdr_rec>(name, [=](sqlite3* db, const Row&, fru_sdr_rec* to) {
+    run(db, beside);
+    run(db, "create temp view " + sensors + " as select EntityID, EntityInstance, IdStrLen, IdStr from main." +
+                sensors + ";");
+    const std::int32_t status = get_one(db, kEntity, kInstance, to);
+    run(db, "drop view temp." + sensors + ";");
+    return status;
+  });
 }
 
 Table compact(const std::map<std::string, std::string>& given, const std::vector<Reader>& readers) {
@@ -120,12 +154,36 @@ std::vector<Table> derived_tables() {
     tables.push_back(read_by(table_named("full_sdr"), {},
                              {filler<Record>("db_fill_full_sdr_fields", "full_sdr", db_fill_full_sdr_fields)}));
   }
-  const std::map<std::string, std::string> keys = {{"FruIDSlaveAddr", "1"}, {"DeviceAccessAddr", "2"},
-                                                   {"LUNBusID", "3"},       {"ChannelNumber", "4"},
-                                                   {"EntityID", "5"},       {"EntityInst", "6"}};
-  tables.push_back(read_by(table_named("fru"), keys,
-                           {join("db_get_all_fru_compact_sdr", "compact_sdr", db_get_all_fru_compact_sdr),
-                            join("db_get_all_fru_full_sdr", "full_sdr", db_get_all_fru_full_sdr)}));
+  {
+    const auto all_compact = [](const std::string& beside) {
+      return all_pairs("db_get_all_fru_compact_sdr", db_get_all_fru_compact_sdr, beside);
+    };
+    const auto one_compact = [](const std::string& beside) {
+      return one_pair("db_get_fru_compact_sdr", "compact_sdr", db_get_fru_compact_sdr, beside);
+    };
+    const auto all_full = [](const std::string& beside) {
+      return all_pairs("db_get_all_fru_full_sdr", db_get_all_fru_full_sdr, beside);
+    };
+    const auto one_full = [](const std::string& beside) {
+      return one_pair("db_get_fru_full_sdr", "full_sdr", db_get_fru_full_sdr, beside);
+    };
+    const std::map<std::string, std::string> fru = {{"FruIDSlaveAddr", "1"}, {"DeviceAccessAddr", "2"},
+                                                    {"LUNBusID", "3"},       {"ChannelNumber", "4"},
+                                                    {"EntityID", "5"},       {"EntityInst", "6"}};
+    const std::vector<Field> with_own_length = with(fields_of_fru(), length_of("IDStrLen"));
+    tables.push_back(read_by(table_named("fru"), fru,
+                             {all_compact(sensor_beside("compact_sdr")).filling(with_own_length),
+                              all_full(sensor_beside("full_sdr")).filling(with_own_length),
+                              one_compact(sensor_beside("compact_sdr")).filling(fields_of_fru()),
+                              one_full(sensor_beside("full_sdr")).filling(with_own_length)}));
+    const std::map<std::string, std::string> sensor = {{"EntityID", "5"}, {"EntityInstance", "6"}};
+    tables.push_back(
+        compact(sensor, {all_compact(kFruBeside).filling(fields_of_sensor()),
+                         one_compact(kFruBeside).filling(with(fields_of_sensor(), length_of("IdStrLen")))}));
+    tables.push_back(
+        read_by(table_named("full_sdr"), sensor,
+                {all_full(kFruBeside).filling(fields_of_sensor()), one_full(kFruBeside).filling(fields_of_sensor())}));
+  }
   return tables;
 }
 
