@@ -97,18 +97,21 @@ Answer texts_of(std::int32_t (*make)(char***, std::int32_t*)) {
 
 // An array of associations, released with its lists.
 struct Associations {
-  association_rec* records = nullptr;
+  association_rec untouched = {};
+  association_rec* records = &untouched;
   std::int32_t count = kUntouched;
 
   Associations() = default;
   Associations(const Associations&) = delete;
   Associations& operator=(const Associations&) = delete;
   ~Associations() {
-    if (count > 0) FreeDBData(&records, count);
+    if (records != &untouched) FreeDBData(&records, count);
   }
 
   Answer answer(std::int32_t status) const {
-    Answer answer{status, count, records == nullptr ? Handed::kNull : Handed::kBlock};
+    Answer answer{status, count};
+    if (records == &untouched) return answer;
+    answer.handed = records == nullptr ? Handed::kNull : Handed::kBlock;
     for (std::int32_t i = 0; records != nullptr && i < count; ++i) answer.content += content_of(records[i]);
     return answer;
   }
@@ -155,16 +158,16 @@ Answer call_GetColumnNames(sqlite3*, const Material&) {
 }
 
 Answer call_GetColumnValues(sqlite3*, const Material& material) {
-  const Guarded value(256, 0);
+  const Guarded value(256, material.fill);
   const std::int32_t status = GetColumnValues(kInstances, value.bytes(), "Description", "event_type", material.number);
-  return {.status = status, .content = value.bytes()};
+  return {.status = status, .content = {value.bytes(), 256}};
 }
 
-Answer call_get_static_instances(sqlite3*, const Material&) {
+Answer call_get_static_instances(sqlite3*, const Material& material) {
   std::int32_t rows = kUntouched;
-  const Guarded table(256, 0);
+  const Guarded table(256, material.fill);
   const std::int32_t status = get_static_instances(kInstances, &rows, table.bytes());
-  return {.status = status, .number = rows, .content = table.bytes()};
+  return {.status = status, .number = rows, .content = {table.bytes(), 256}};
 }
 
 Answer call_load_plugins(sqlite3* db, const Material& material) {
@@ -179,9 +182,10 @@ Answer call_load_plugins(sqlite3* db, const Material& material) {
 
 Answer call_db_set_concretejob(sqlite3* db, const Material& material) {
   Argument<concrete_job_rec*> job(Source{db, material});
-  const Guarded identifier(sizeof(concrete_job_rec::InstanceID), 0);
+  const Guarded identifier(sizeof(concrete_job_rec::InstanceID), material.fill);
   Answer answer{.status = db_set_concretejob(db, job.get(), identifier.bytes())};
   job.report(answer);
+  answer.content.append(identifier.bytes(), sizeof(concrete_job_rec::InstanceID));
   return answer;
 }
 
@@ -242,6 +246,7 @@ std::vector<Call> calls_by_hand() {
       {"get_association_data", Shape::kOther,
        [](sqlite3*, const Material&) {
          Associations loaded;
+         loaded.records = nullptr;  // as it asks for
          const std::int32_t status = get_association_data(&loaded.records, "select * from association;", &loaded.count);
          return loaded.answer(status);
        }},

@@ -162,6 +162,14 @@ std::map<std::string, KnownEnds>& ends_of_calls() {
   return all;
 }
 
+void expect_outs(const Outs& outs, const Answer& answer) {
+  EXPECT_EQ(outs.number, answer.number.value_or(outs.number));
+  EXPECT_EQ(outs.handed, answer.handed);
+  if (outs == kUntouchedOuts) {
+    EXPECT_EQ(std::string::npos, answer.content.find_first_not_of(Material().fill)) << "buffers";
+  }
+}
+
 }  // namespace
 
 const std::vector<int> kCodes = {SQLITE_ERROR, SQLITE_BUSY,    SQLITE_LOCKED, SQLITE_NOMEM,    SQLITE_READONLY,
@@ -172,6 +180,7 @@ void expect_end(const End& end, int code, const Trial& trial) {
     EXPECT_EQ(end.status == kCode ? code : end.status, *trial.answer.status);
   }
   EXPECT_EQ(end.left, trial.left);
+  if (end.outs) expect_outs(*end.outs, trial.answer);
 }
 
 void expect_same_end(const Trial& expected, const Trial& trial) {

@@ -25,7 +25,8 @@ TEST_P(FirstCall, EndsAsTheHeaderSaysWhenSqliteFails) {
     const std::vector<End>& ends;
     int made;
     std::vector<int> codes;
-  } kinds[] = {{&Boundary::prepares, rules.prepares, 2, kCodes},
+    int errors = 0;
+  } kinds[] = {{&Boundary::prepares, rules.prepares, 2, kCodes, 1},
                {&Boundary::prepares, rules.missing, 2, {SQLITE_OK}},
                {&Boundary::steps, rules.steps, 2, kCodes},
                {&Boundary::finalizes, rules.finalizes, 2, kCodes},
@@ -38,6 +39,7 @@ TEST_P(FirstCall, EndsAsTheHeaderSaysWhenSqliteFails) {
           const Trial trial = tried([&] { boundary().*kind.calls = {{nth, code}}; });
           EXPECT_TRUE((boundary().*kind.calls).empty()) << "it is made";
           expect_end(end_of(kind.ends, nth), code, trial);
+          EXPECT_EQ(kind.errors, trial.errors());
           EXPECT_EQ(0, tried().answer.status) << "the next one";
         });
       }

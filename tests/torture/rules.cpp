@@ -18,6 +18,13 @@ End keeps_text(std::int32_t status) {
   return {status, {.texts = 1}};
 }
 
+End untouched(std::int32_t status) {
+  return {status, kUntouchedOuts};
+}
+End cleared(std::int32_t status) {
+  return {status, kClearedOuts};
+}
+
 const std::map<Shape, Rules> kOfShape = {
     {Shape::kCount, {.prepares = {1}, .missing = {0}, .steps = {leaves_open(kCode)}, .finalizes = {kCode}}},
     {Shape::kGetAll, {.prepares = {1, 1}, .missing = {0, 0}, .steps = {leaves_open(1), 0}, .finalizes = {1, kCode}}},
@@ -55,6 +62,12 @@ const Rules kGetAllPairs = {
 const Rules kReportsFailure = {.execs = {1}};
 const Rules kAddsEvent = {.execs = {keeps_text(0), keeps_text(1), keeps_text(0)}};
 
+// Of the five associations and registrations: those that cannot be counted are none, with the pointer or the number
+// cleared; those that cannot be read leave zeroed records.
+const End kNoAssociations(0, Outs{kUntouched, Handed::kNull});
+const End kZeroCounted(0, Outs{0, Handed::kNothing});
+const End kFiveRecords(0, Outs{5, Handed::kBlock});
+
 const std::map<std::string, Rules> kOfName = {
     {"db_execute", {.execs = {kCode}}},
     {"db_commit", {.execs = {kCode}}},
@@ -76,7 +89,11 @@ const std::map<std::string, Rules> kOfName = {
     {"db_get_all_processor", kGetAllOfUntestedCount},
     // The handle of the failed open stays.
     {"get_processor_from_db",
-     {.opens = {End(1, {.connections = 1})}, .prepares = {1}, .missing = {1}, .steps = {1}, .finalizes = {0}}},
+     {.opens = {End(1, kUntouchedOuts, {.connections = 1})},
+      .prepares = {untouched(1)},
+      .missing = {untouched(1)},
+      .steps = {untouched(1)},
+      .finalizes = {0}}},
 
     {"db_get_selinfo_cnt", {.prepares = {1}, .missing = {1}, .steps = {leaves_open(kCode)}, .finalizes = {kCode}}},
     {"db_getnumofsels", kUntestedCount},
@@ -103,9 +120,19 @@ const std::map<std::string, Rules> kOfName = {
       .missing = {0},
       .steps = {leaves_open(1), 0, 0, 0, 0, 0, 0, 0, leaves_open(1), 0},
       .finalizes = {1}}},
-    {"get_ps_from_db", {.opens = {1}, .prepares = {1}, .missing = {1}, .steps = {1}, .finalizes = {0}}},
+    {"get_ps_from_db",
+     {.opens = {untouched(1)},
+      .prepares = {untouched(1)},
+      .missing = {untouched(1)},
+      .steps = {untouched(1)},
+      .finalizes = {0}}},
     // Sensors that cannot be counted or read are none.
-    {"get_all_ps_from_db", {.opens = {1}, .prepares = {1}, .missing = {0}, .steps = {0}, .finalizes = {0}}},
+    {"get_all_ps_from_db",
+     {.opens = {cleared(1)},
+      .prepares = {cleared(1)},
+      .missing = {untouched(0), End(0, Outs{0, Handed::kBlock})},
+      .steps = {untouched(0), 0},
+      .finalizes = {0}}},
 
     {"db_get_all_listener_destination", kGetAllIndications},
     {"db_get_all_indication_filter_cimxml", kGetAllIndications},
@@ -137,7 +164,11 @@ const std::map<std::string, Rules> kOfName = {
     {"db_set_pwds_capablities", kReportsFailure},
     // The first job of a process reads the last number back: it counts, and finds no number without a row.
     {"db_set_concretejob",
-     {.prepares = {1}, .missing = {0}, .steps = {leaves_open(1), 0}, .finalizes = {1}, .execs = {0}}},
+     {.prepares = {untouched(1)},
+      .missing = {0},
+      .steps = {End(1, kUntouchedOuts, {.statements = 1}), 0},
+      .finalizes = {untouched(1)},
+      .execs = {0}}},
     {"db_init_static_ip_assignment_settingdata", kReportsFailure},
     {"db_modify_trs_rs", kReportsFailure},
     {"db_modify_textSAP_rs", kReportsFailure},
@@ -150,21 +181,44 @@ const std::map<std::string, Rules> kOfName = {
       .finalizes = {0},
       .execs = {0}}},
 
-    {"assoc_get_global_data", {.opens = {1}, .prepares = {0}, .missing = {0}, .steps = {0}, .finalizes = {0}}},
+    {"assoc_get_global_data",
+     {.opens = {untouched(1)},
+      .prepares = {kNoAssociations, kFiveRecords},
+      .missing = {kNoAssociations, kFiveRecords},
+      .steps = {kNoAssociations, kFiveRecords},
+      .finalizes = {kFiveRecords}}},
     {"free_global_structure", {.opens = {1}, .prepares = {1, 0}, .missing = {1, 0}, .steps = {1, 0}, .finalizes = {0}}},
-    {"get_association_data", {.opens = {1}, .prepares = {1}, .missing = {0}, .steps = {0}, .finalizes = {0}}},
+    {"get_association_data",
+     {.opens = {cleared(1)},
+      .prepares = {cleared(1)},
+      .missing = {cleared(0)},
+      .steps = {cleared(0), 0},
+      .finalizes = {0}}},
     // Registrations that cannot be counted are none; the count takes two steps.
-    {"load_plugins", {.opens = {1}, .prepares = {0, 1}, .missing = {0, 1}, .steps = {0, 0, 1}, .finalizes = {0}}},
+    {"load_plugins",
+     {.opens = {untouched(1)},
+      .prepares = {kZeroCounted, End(1, Outs{5, Handed::kNothing})},
+      .missing = {kZeroCounted, End(1, Outs{5, Handed::kBlock})},
+      .steps = {kZeroCounted, kFiveRecords, End(1, Outs{5, Handed::kBlock})},
+      .finalizes = {kFiveRecords}}},
     {"get_row_count", {.prepares = {0}, .missing = {0}, .steps = {0, 6}, .finalizes = {6}}},
     {"get_table_count", {.steps = {0, 1, 2, 3, 4, 5}}},
-    {"get_static_instances", {.opens = {1}, .prepares = {1, 0}, .missing = {1, 0}, .steps = {1, 0}, .finalizes = {0}}},
+    {"get_static_instances",
+     {.opens = {untouched(1)},
+      .prepares = {untouched(1), kZeroCounted},
+      .missing = {untouched(1), kZeroCounted},
+      .steps = {untouched(1), 0},
+      .finalizes = {0}}},
     {"GetColumnNames",
-     {.opens = {1},
-      .prepares = {1},
+     {.opens = {untouched(1)},
+      .prepares = {untouched(1)},
       .missing = {keeps_text(0)},
       .steps = {End(0, {.statements = 1, .texts = 1, .connections = 1})}}},
     {"GetColumnValues",
-     {.opens = {1}, .prepares = {1}, .missing = {0}, .steps = {End(0, {.statements = 1, .connections = 1})}}},
+     {.opens = {untouched(1)},
+      .prepares = {untouched(1)},
+      .missing = {0},
+      .steps = {End(0, {.statements = 1, .connections = 1})}}},
 };
 
 }  // namespace

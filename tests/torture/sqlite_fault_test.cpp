@@ -1,6 +1,7 @@
 // The n-th call of each kind that a function makes to SQLite fails, with every code that it can fail with, or a prepare
 // succeeds without a statement.
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <set>
@@ -47,6 +48,8 @@ class SqliteFault : public Torture {
     });
   }
 
+  static int errors_of_open() { return GetParam().name.ends_with("db_init") ? 2 : 0; }
+
  private:
   // The rules of steps that are not made prove nothing. Inserts make fewer steps, and the later calls of those that
   // remember.
@@ -85,11 +88,25 @@ TEST_P(SqliteFault, OfExecIsNoError) {
   expect_ends(&Boundary::execs, kCodes, rules_of(GetParam()).execs);
 }
 
+TEST_P(SqliteFault, OfExecEndsTheCallsThatTell) {
+  alone([&] {
+    for (int nth = 1;; ++nth) {
+      SCOPED_TRACE("execution " + std::to_string(nth));
+      put_back();
+      const Trial trial = tried([&] { boundary().execs = {{nth, SQLITE_FULL}}; });
+      if (!boundary().execs.empty()) break;
+      const std::size_t prepared = boundary().tails.size();
+      if (end_of(rules_of(GetParam()).execs, nth).status == 0) continue;
+      EXPECT_EQ(prepared + static_cast<std::size_t>(nth), trial.statements.size());
+    }
+    put_back();
+  });
+}
+
 TEST_P(SqliteFault, OfOpenIsToldTwiceByThoseThatOpenForTheHost) {
-  const bool for_the_host = GetParam().name.ends_with("db_init");
   std::vector<int> codes = kCodes;
   std::erase(codes, SQLITE_NOMEM);
-  expect_ends(&Boundary::opens, codes, rules_of(GetParam()).opens, [=](int) { return for_the_host ? 2 : 0; });
+  expect_ends(&Boundary::opens, codes, rules_of(GetParam()).opens, [](int) { return errors_of_open(); });
 }
 
 TEST_P(SqliteFault, OfOpenWithoutMemoryLeavesNoConnection) {
@@ -98,6 +115,7 @@ TEST_P(SqliteFault, OfOpenWithoutMemoryLeavesNoConnection) {
     if (!boundary().opens.empty()) return;
     const End& end = end_of(rules_of(GetParam()).opens, 1);
     expect_end(End(end.status), SQLITE_NOMEM, trial);
+    EXPECT_EQ(errors_of_open(), trial.errors());
   });
 }
 
