@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 
 #include "processes_test.h"
@@ -164,51 +163,6 @@ void list_physical_assets(sqlite3* db, char digit) {
   take_all(digit, status, records, count);
 }
 
-void load_associations(sqlite3*, char) {
-  association_rec* records = nullptr;
-  std::int32_t count = 0;
-  EXPECT_EQ(0, assoc_get_global_data(&records, &count));
-  EXPECT_EQ(1, count);
-  EXPECT_EQ(0, std::strncmp("root/cimv2", records->NameSpace, sizeof(records->NameSpace)));
-  FreeDBData(&records, count);
-}
-
-void load_registrations(sqlite3*, char) {
-  association_reg_rec* records = nullptr;
-  std::int32_t count = 0;
-  EXPECT_EQ(0, load_plugins(&records, &count, "/etc/Association.db"));
-  EXPECT_EQ(1, count);
-  db_freemem(records);
-}
-
-void find_static_instances(sqlite3*, char) {
-  char table[256] = "";
-  std::int32_t rows = -1;
-  EXPECT_EQ(0, get_static_instances("/etc/Association.db", &rows, table));
-  EXPECT_EQ(0, std::strcmp("textredirectionservice", table));
-}
-
-void name_processor(sqlite3*, char) {
-  char* name = nullptr;
-  EXPECT_EQ(0, get_processor_from_db(3, 1, &name));
-  EXPECT_STREQ("3:1:1:Processor", name);
-  db_freemem(name);
-}
-
-void name_power_supplies(sqlite3*, char) {
-  char** names = nullptr;
-  std::int32_t count = 0;
-  EXPECT_EQ(0, get_all_ps_from_db(&names, &count));
-  ASSERT_EQ(1, count);
-  EXPECT_STREQ("10:1:2:PowerSupply", names[0]);
-  std::free(names[0]);
-  std::free(names);
-}
-
-void read_uptime(sqlite3*, char) {
-  EXPECT_GT(GetUpTime(), 0);
-}
-
 constexpr Call kWrites[] = {
     kCall<db_set_compact_sdr_info>,
     kCall<db_set_full_sdr_info>,
@@ -278,9 +232,6 @@ constexpr Call kReads[] = {
     kCall<db_get_indication_subscription_cnt>,
 };
 
-constexpr Call kReadsByPath[] = {load_associations, load_registrations,  find_static_instances,
-                                 name_processor,    name_power_supplies, read_uptime};
-
 }  // namespace
 
 std::span<const Call> writes() {
@@ -291,25 +242,12 @@ std::span<const Call> reads() {
   return kReads;
 }
 
-std::span<const Call> reads_by_path() {
-  return kReadsByPath;
-}
-
 void make_rows() {
   const Connection instances;
   const Connection others(tmp_db_init);
   for (sqlite3* db : {static_cast<sqlite3*>(instances), static_cast<sqlite3*>(others)}) {
-    EXPECT_EQ(0, db_execute(db,
-                            "insert into compact_sdr (DeviceID, EntityID, EntityInstance, SensorNum, PhysicalElement) "
-                            "values ('processor', 3, 1, 1, 0), ('supply', 10, 1, 2, 1024);"
-                            "insert into textredirectionservice (Name) values ('TextRedirectionService1');"));
+    EXPECT_EQ(0, db_execute(db, "insert into textredirectionservice (Name) values ('TextRedirectionService1');"));
   }
-  sqlite3* registry = nullptr;
-  EXPECT_EQ(SQLITE_OK, sqlite3_open("/etc/Association.db", &registry));
-  EXPECT_EQ(0, db_execute(registry,
-                          "insert into association values ('CIM_Fan', '', '', '', 4, '{A,B}', '{C,D}', '{E}', '{F}');"
-                          "insert into association_reg values ('a', 'b', 'c', 'd');"));
-  EXPECT_EQ(SQLITE_OK, sqlite3_close(registry));
 }
 
 }  // namespace qmv::test::traffic

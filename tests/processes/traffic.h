@@ -16,9 +16,6 @@ using Call = void (*)(sqlite3* db, char digit);
 std::span<const Call> writes();
 std::span<const Call> reads();
 
-// Reads of functions that open a file themselves, and so do not wait for locks.
-std::span<const Call> reads_by_path();
-
 // Puts the rows that reads need and no write makes into the fixed files.
 void make_rows();
 
