@@ -52,7 +52,10 @@ struct Trial {
 class Torture : public testing::TestWithParam<Call> {
  protected:
   ~Torture() override;
-  void SetUp() override { put_back(); }
+  void SetUp() override {
+    fixed_files();  // once, and not in every process of a test's own
+    put_back();
+  }
 
   // Makes the call once, with faults, and releases what it left behind.
   Trial tried(const std::function<void()>& faults);
