@@ -6,6 +6,7 @@
 #include <ctime>
 #include <fstream>
 #include <limits>
+#include <sstream>
 #include <thread>
 
 #include "command_line.h"
@@ -202,6 +203,24 @@ TEST_F(Watch, ShowsTheLastEventsAndEachNewOneUntilItIsInterrupted) {
   interrupt();
   EXPECT_EQ(line(out), "");
   EXPECT_TRUE(out.eof());
+  child.wait_for_end();
+}
+
+TEST_F(Watch, EndsWhenNobodyReadsItAnyMore) {
+  insert(1);
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  qmv::test::Child child([this, &ends] {
+    dup2(ends[1], STDOUT_FILENO);
+    close(ends[0]);
+    close(ends[1]);
+    std::ostringstream out;
+    const std::string file = database();
+    const char* arguments[] = {"qmvctl", "watch", "--db", file.c_str()};
+    EXPECT_EQ(qmvctl::run(4, arguments, out, out, {}), 0);
+  });
+  close(ends[1]);
+  close(ends[0]);
   child.wait_for_end();
 }
 

@@ -1,7 +1,8 @@
 #include "watch.h"
 
+#include <poll.h>
 #include <sys/stat.h>
-#include <time.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstddef>
@@ -35,15 +36,16 @@ class InterruptHandler {
   struct sigaction former_ {};
 };
 
-void sleep_until_next_look() {
-  constexpr timespec kHalfASecond{0, 500'000'000};
-  nanosleep(&kHalfASecond, nullptr);
+// Half a second, but for an interrupt. Returns false as soon as nobody reads standard output any more.
+bool wait_for_next_look() {
+  constexpr int kMilliseconds = 500;
+  pollfd output{STDOUT_FILENO, 0, 0};
+  return poll(&output, 1, kMilliseconds) <= 0;
 }
 
 // However long another process locks the file, the log is followed on afterwards.
 int wait_unless_interrupted(void*, int) {
-  if (!is_interrupted) sleep_until_next_look();
-  return !is_interrupted;
+  return !is_interrupted && wait_for_next_look() && !is_interrupted;
 }
 
 // Changes with every commit of another connection.
@@ -104,8 +106,7 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
   Listing events = list_events(database);
   const size_t count = events.rows.size();
   follower.show(std::move(events), count - std::min(last, count));
-  while (!is_interrupted && out) {
-    sleep_until_next_look();
+  while (!is_interrupted && out && wait_for_next_look()) {
     if (identity_of(database.file()) != identity) database.fail("the file was replaced or removed");
     const int now = data_version(database);
     if (now == version) continue;
