@@ -185,6 +185,36 @@ class Watch : public EventLogChanges {
 
   void interrupt() { kill(*watcher_, SIGINT); }
 
+  // Locks the file until it is killed.
+  qmv::test::Child writer_that_stops() {
+    qmv::test::Child writer([this] {
+      sqlite3* handle = nullptr;
+      sqlite3_open(database().c_str(), &handle);
+      EXPECT_EQ(sqlite3_exec(handle, "begin exclusive;", nullptr, nullptr, nullptr), SQLITE_OK);
+      raise(SIGSTOP);
+    });
+    writer.wait_until_stopped();
+    return writer;
+  }
+
+  // Watches with a standard output whose reader has gone, and waits for its end.
+  void watch_unread() {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    qmv::test::Child child([this, &ends] {
+      dup2(ends[1], STDOUT_FILENO);
+      close(ends[0]);
+      close(ends[1]);
+      std::ostringstream out;
+      const std::string file = database();
+      const char* arguments[] = {"qmvctl", "watch", "--db", file.c_str()};
+      EXPECT_EQ(qmvctl::run(4, arguments, out, out, {}), 0);
+    });
+    close(ends[1]);
+    close(ends[0]);
+    child.wait_for_end();
+  }
+
  private:
   qmv::test::Shared<pid_t> watcher_;
 };
@@ -208,20 +238,13 @@ TEST_F(Watch, ShowsTheLastEventsAndEachNewOneUntilItIsInterrupted) {
 
 TEST_F(Watch, EndsWhenNobodyReadsItAnyMore) {
   insert(1);
-  int ends[2];
-  ASSERT_EQ(pipe(ends), 0);
-  qmv::test::Child child([this, &ends] {
-    dup2(ends[1], STDOUT_FILENO);
-    close(ends[0]);
-    close(ends[1]);
-    std::ostringstream out;
-    const std::string file = database();
-    const char* arguments[] = {"qmvctl", "watch", "--db", file.c_str()};
-    EXPECT_EQ(qmvctl::run(4, arguments, out, out, {}), 0);
-  });
-  close(ends[1]);
-  close(ends[0]);
-  child.wait_for_end();
+  watch_unread();
+}
+
+TEST_F(Watch, EndsWhenNobodyReadsItWhileTheFileIsLocked) {
+  insert(1);
+  const qmv::test::Child writer = writer_that_stops();
+  watch_unread();
 }
 
 TEST_F(Watch, EndsAtAnInterruptWhileTheFileIsLocked) {
@@ -229,13 +252,7 @@ TEST_F(Watch, EndsAtAnInterruptWhileTheFileIsLocked) {
   qmv::test::Child child = start({"--json"});
   std::ifstream out(path("out"));
   line(out);
-  const qmv::test::Child writer([this] {
-    sqlite3* handle = nullptr;
-    sqlite3_open(database().c_str(), &handle);
-    EXPECT_EQ(sqlite3_exec(handle, "begin exclusive;", nullptr, nullptr, nullptr), SQLITE_OK);
-    raise(SIGSTOP);
-  });
-  writer.wait_until_stopped();
+  const qmv::test::Child writer = writer_that_stops();
   std::this_thread::sleep_for(std::chrono::milliseconds(800));  // the next look has begun
   interrupt();
   child.wait_for_end();

@@ -20,12 +20,12 @@ class HelpTest : public CommandTest {
  protected:
   HelpTest() {
     const std::string samples = QMVCTL_SAMPLES;
-    run({"init", "--sample"});
+    EXPECT_EQ(run({"init", "--sample"}).status, 0);
     Words import{"import", "--sdr", samples + "/server.sdr", "--sel", samples + "/server.sel"};
     for (const char* id : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
       import.insert(import.end(), {"--fru", id + ("=" + samples) + "/fru" + id + ".bin"});
     }
-    run(import);
+    EXPECT_EQ(run(import).status, 0);
     for (const char* name : kFiles) std::filesystem::copy(path(name), path(name + std::string(".first")));
   }
 
@@ -72,7 +72,7 @@ class HelpTest : public CommandTest {
 };
 
 TEST_F(HelpTest, HasAnExampleOfEachCommandThatFindsSomething) {
-  // They name files, or do not end.
+  // They name files or do not end, and the registry has no sample.
   const std::set<std::string> kLeftOut = {"init", "check", "import", "export", "watch", "associations"};
   size_t tried = 0;
   for (const Words& command : commands_below({})) {

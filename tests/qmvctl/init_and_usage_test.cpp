@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -10,6 +11,7 @@
 
 #include "command_line.h"
 #include "command_test.h"
+#include "support/child.h"
 
 namespace qmvctl::test {
 namespace {
@@ -78,6 +80,14 @@ TEST_F(Init, LeavesAnEmptyFileEmptyWhenItFails) {
   EXPECT_EQ(std::filesystem::file_size(database()), 0u);
 }
 
+TEST_F(Init, ThatFailsLeavesAFileThatTheNextOneFills) {
+  std::filesystem::create_directory(database() + "-journal");
+  EXPECT_EQ(on_database({"init"}).status, 1);
+  EXPECT_EQ(std::filesystem::file_size(database()), 0u);
+  std::filesystem::remove(database() + "-journal");
+  EXPECT_EQ(on_database({"init"}).status, 0);
+}
+
 TEST_F(Init, InAMissingDirectoryFails) {
   const Outcome outcome = run({"init", "--db", path("missing/test.db")});
   EXPECT_EQ(outcome.status, 1);
@@ -101,6 +111,12 @@ TEST_F(Init, CreatesNoneOfThemWhenOneExists) {
   EXPECT_FALSE(std::filesystem::exists(path("cim.db")));
   EXPECT_FALSE(std::filesystem::exists(path("tmp_cim.db")));
   EXPECT_EQ(std::filesystem::file_size(path("smashclp.db")), 4u);
+}
+
+TEST_F(Init, CreatesNoneOfThemWhereALinkToNothingHasOnesName) {
+  std::filesystem::create_symlink("nothing", path("tmp_cim.db"));
+  EXPECT_EQ(run({"init"}).status, 1);
+  EXPECT_FALSE(std::filesystem::exists(path("cim.db")));
 }
 
 TEST_F(Init, CreatesTheOneDatabaseThatIsNamed) {
@@ -265,6 +281,19 @@ TEST_F(Usage, EmptyTablesSaySo) {
   EXPECT_EQ(on_database({"memory"}).out, "There is no memory.\n");
   EXPECT_EQ(on_database({"power-supplies"}).out, "There are no power supplies.\n");
   EXPECT_EQ(on_database({"sensors", "--json"}).out, "[]\n");
+}
+
+TEST_F(FixedFile, IsLookedAtForLocks) {
+  run({"init"});
+  const qmv::test::Child holder([this] {
+    sqlite3* handle = nullptr;
+    sqlite3_open(path("cim.db").c_str(), &handle);
+    EXPECT_EQ(sqlite3_exec(handle, "begin immediate;", nullptr, nullptr, nullptr), SQLITE_OK);
+    raise(SIGSTOP);
+  });
+  holder.wait_until_stopped();
+  const std::string found = run({"check", "cim"}).out;
+  EXPECT_NE(found.find("\nprocess "), std::string::npos) << found;
 }
 
 TEST_F(FixedFile, IsUsedWithoutDb) {

@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 #include <sys/stat.h>
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -43,6 +44,9 @@ int sqlite3_open(const char* file, sqlite3** database) {
   return next(&sqlite3_open, "sqlite3_open")(redirected(file).c_str(), database);
 }
 
+int open_descriptor(const char* file, int flags, ...) __asm__("open");
+int open_large_descriptor(const char* file, int flags, ...) __asm__("open64");
+
 FILE* open_stream(const char* file, const char* mode) __asm__("fopen");
 FILE* open_large_stream(const char* file, const char* mode) __asm__("fopen64");
 
@@ -50,6 +54,23 @@ int file_status(const char* file, struct stat* status) __asm__("stat");
 int large_file_status(const char* file, struct stat* status) __asm__("stat64");
 int link_status(const char* file, struct stat* status) __asm__("lstat");
 int large_link_status(const char* file, struct stat* status) __asm__("lstat64");
+
+// The mode is read whether it is there or not, as the C library does; it counts for new files only.
+int open_descriptor(const char* file, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = va_arg(rest, mode_t);
+  va_end(rest);
+  return next(&open_descriptor, "open")(redirected(file).c_str(), flags, mode);
+}
+
+int open_large_descriptor(const char* file, int flags, ...) {
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = va_arg(rest, mode_t);
+  va_end(rest);
+  return next(&open_large_descriptor, "open64")(redirected(file).c_str(), flags, mode);
+}
 
 FILE* open_stream(const char* file, const char* mode) {
   return next(&open_stream, "fopen")(redirected(file).c_str(), mode);

@@ -17,7 +17,7 @@ _qmvctl_words() {
 _qmvctl_takes() {
   local value=$1 option=$2
   shift 2
-  { qmvctl "$@" --help; qmvctl --help; } 2>/dev/null | grep -E -- "^  $option ([A-Z]+=)?$value( |$)" >/dev/null
+  { qmvctl "$@" --help; qmvctl --help; } 2>/dev/null | grep -E -- "^  $option ([A-Z]+=)?$value( |$)" &>/dev/null
 }
 
 _qmvctl() {

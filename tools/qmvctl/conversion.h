@@ -28,7 +28,8 @@ struct Formula {
 
 Formula formula_of(const full_sdr_rec& sensor);
 
-// The function that follows the linear formula (byte 24): "linear", "ln", "1/x"; "non-linear" where it is the sensor's own.
+// The function that follows the linear formula (byte 24): "linear", "ln", "1/x"; "non-linear" where it is the sensor's
+// own.
 std::string linearization_name(int32_t linearization);
 
 // A raw value of a sensor's record.

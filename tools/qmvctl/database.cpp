@@ -55,13 +55,18 @@ bool is_empty_file(const std::string& name) {
   return lstat(name.c_str(), &info) == 0 && S_ISREG(info.st_mode) && info.st_size == 0;
 }
 
-// Creates a file unless there is an empty one. Returns whether it did.
-bool make_file(const std::string& name) {
-  if (open_file(name, "wbx")) return true;
+// Creates a file unless there is an empty one.
+void make_file(const std::string& name) {
+  if (open_file(name, "wbx")) return;
   const int error = errno;
   if (error != EEXIST) throw FileError(name, std::strerror(error));
   if (!is_empty_file(name)) fail_as_it_exists(name);
-  return false;
+}
+
+// Whether something of that name is there, were it a link to nothing.
+bool is_taken(const std::string& name) {
+  struct stat info {};
+  return lstat(name.c_str(), &info) == 0;
 }
 
 }  // namespace
@@ -87,19 +92,15 @@ Database Database::open(const std::string& file, const DatabaseKind& kind) {
 
 void Database::create(const std::string& file, const DatabaseKind& kind, Contents contents) {
   const std::string name = name_or_default(file, kind);
-  const bool is_made = make_file(name);
-  try {
-    Database database(name, path_of(name), kind);
-    Transaction transaction(database);
-    // Another process may have filled the file until now, but cannot from here on.
-    if (!is_empty_file(name)) fail_as_it_exists(name);
-    database.execute(kind.schema);
-    if (contents == Contents::kSample) kind.store_sample(database);
-    transaction.commit();
-  } catch (...) {
-    if (is_made && is_empty_file(name)) std::remove(name.c_str());
-    throw;
-  }
+  make_file(name);
+  Database database(name, path_of(name), kind);
+  Transaction transaction(database);
+  // Another process may have filled the file until now, but cannot from here on. What fails leaves it empty, and does
+  // not remove it: another process may be about to fill it.
+  if (!is_empty_file(name)) fail_as_it_exists(name);
+  database.execute(kind.schema);
+  if (contents == Contents::kSample) kind.store_sample(database);
+  transaction.commit();
 }
 
 bool Database::exists(const DatabaseKind& kind) {
@@ -109,7 +110,7 @@ bool Database::exists(const DatabaseKind& kind) {
 
 void Database::create_all(Contents contents) {
   for (const DatabaseKind* kind : kDatabaseKinds) {
-    if (kind->open && exists(*kind) && !is_empty_file(kind->file)) fail_as_it_exists(kind->file);
+    if (kind->open && is_taken(kind->file) && !is_empty_file(kind->file)) fail_as_it_exists(kind->file);
   }
   for (const DatabaseKind* kind : kDatabaseKinds) {
     if (kind->open) create("", *kind, contents);

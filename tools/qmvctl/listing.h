@@ -29,8 +29,8 @@ struct Column {
   bool is_state = false;     // Nominal, Warning or Critical
 };
 
-// Columns that show a member of the rows as it is, a name with its code, how bad an event is, and numbers as hexadecimal bytes ("D0h") or
-// words ("7A95h"). A missing member shows as "".
+// Columns that show a member of the rows as it is, a name with its code, how bad an event is, and numbers as
+// hexadecimal bytes ("D0h") or words ("7A95h"). A missing member shows as "".
 Column text_column(const std::string& head, int width, const std::string& key);
 Column number_column(const std::string& head, int width, const std::string& key);
 Column name_column(const std::string& head, int width, const std::string& key, const std::string& code);

@@ -62,6 +62,8 @@ Json to_json(const full_sdr_rec& sensor) {
   row["r_exponent"] = formula.r_exponent;
   row["tolerance"] = formula.tolerance;
   row["accuracy"] = formula.accuracy;
+  row["sensor_direction"] = sensor.Accuracy & 3;
+  row["analog_flags"] = sensor.AnalogCharFlag;
   Json& readings = row["readings"] = Json::object();
   for (size_t i = 0; i < std::size(kReadings); ++i) {
     if (has_reading(sensor, i)) readings[kReadings[i].key] = level_json(sensor, kReadings[i]);

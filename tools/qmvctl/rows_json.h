@@ -30,11 +30,12 @@ inline constexpr RecordMember<Sensor> kRecordMembers[] = {
     {"positive_hysteresis", "Positive hysteresis", &Sensor::PHysterysis, byte_column},
     {"negative_hysteresis", "Negative hysteresis", &Sensor::NHysterysis, byte_column},
     {"oem", "OEM", &Sensor::OEM, byte_column},
+    {"id_string_length", "ID string length", &Sensor::IdStrLen, number_column},
 };
 
 // What compact and full sensors have in common.
 Json to_json(const compact_sdr_rec& sensor);
-Json to_json(const full_sdr_rec& sensor);  // with the formula, and with readings and thresholds, raw and converted
+Json to_json(const full_sdr_rec& sensor);  // with the formula, and the given readings and thresholds, raw and converted
 Json to_json(const fru_rec& fru);
 
 // "7.1 System Board", from the members entity_id and entity_instance.

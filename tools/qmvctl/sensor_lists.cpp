@@ -27,6 +27,10 @@ Column level_column(const Level& level, int width, const char* levels) {
   return {level.head, width, text, Column::Align::kRight};
 }
 
+std::string accuracy_text(const Json& row) {
+  return row.contains("accuracy") ? number_text(row["accuracy"]) : "";
+}
+
 std::vector<Column> sensor_columns() {
   std::vector<Column> columns{text_column("DeviceID", 10, "device_id"),
                               text_column("Name", 16, "name"),
@@ -50,14 +54,17 @@ std::vector<Column> sensor_columns() {
   }
   for (const Level& reading : kReadings) columns.push_back(level_column(reading, kInFull, "readings"));
   columns.insert(columns.end(), {name_column("Linearization", kInFull, "linearization_name", "linearization"),
-                                 number_column("M", kInFull, "m"), number_column("B", kInFull, "b"),
+                                 number_column("M", kInFull, "m"),
+                                 number_column("B", kInFull, "b"),
                                  number_column("B exponent", kInFull, "b_exponent"),
                                  number_column("R exponent", kInFull, "r_exponent"),
                                  number_column("Tolerance (1/2 counts)", kInFull, "tolerance"),
-                                 number_column("Accuracy (%)", kInFull, "accuracy")});
+                                 {"Accuracy (%)", kInFull, accuracy_text, Column::Align::kRight},
+                                 number_column("Sensor direction", kInFull, "sensor_direction")});
   for (const auto& member : kRecordMembers<full_sdr_rec>) {
     columns.push_back(member.column(member.head, kInFull, member.key));
   }
+  columns.push_back(byte_column("Analog flags", kInFull, "analog_flags"));
   columns.push_back(word_column("Record sharing", kInFull, "sharing"));
   return columns;
 }

@@ -17,6 +17,11 @@ namespace qmvctl {
 namespace {
 
 volatile std::sig_atomic_t is_interrupted = 0;
+bool is_unread = false;  // nobody reads standard output any more
+
+bool is_over() {
+  return is_interrupted || is_unread;
+}
 
 // While it lives, the first interrupt sets the flag and ends a sleep in place of the process; it does not fail a write.
 class InterruptHandler {
@@ -36,16 +41,17 @@ class InterruptHandler {
   struct sigaction former_ {};
 };
 
-// Half a second, but for an interrupt. Returns false as soon as nobody reads standard output any more.
-bool wait_for_next_look() {
+// Half a second, unless it is over before.
+void wait_for_next_look() {
   constexpr int kMilliseconds = 500;
   pollfd output{STDOUT_FILENO, 0, 0};
-  return poll(&output, 1, kMilliseconds) <= 0;
+  is_unread = poll(&output, 1, kMilliseconds) > 0;
 }
 
 // However long another process locks the file, the log is followed on afterwards.
-int wait_unless_interrupted(void*, int) {
-  return !is_interrupted && wait_for_next_look() && !is_interrupted;
+int wait_until_over(void*, int) {
+  if (!is_over()) wait_for_next_look();
+  return !is_over();
 }
 
 // Changes with every commit of another connection.
@@ -106,7 +112,8 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
   Listing events = list_events(database);
   const size_t count = events.rows.size();
   follower.show(std::move(events), count - std::min(last, count));
-  while (!is_interrupted && out && wait_for_next_look()) {
+  while (!is_over() && out) {
+    wait_for_next_look();
     if (identity_of(database.file()) != identity) database.fail("the file was replaced or removed");
     const int now = data_version(database);
     if (now == version) continue;
@@ -119,11 +126,12 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
 
 void watch_events(const Database& database, const Form& form, size_t last, std::ostream& out) {
   const InterruptHandler handler;
-  sqlite3_busy_handler(database.handle(), wait_unless_interrupted, nullptr);
+  is_unread = false;
+  sqlite3_busy_handler(database.handle(), wait_until_over, nullptr);
   try {
     follow(database, form, last, out);
   } catch (const std::runtime_error&) {
-    if (!is_interrupted) throw;  // it was, while the file was locked
+    if (!is_over()) throw;  // it was, while the file was locked
   }
 }
 
