@@ -2,10 +2,13 @@
 #include <sys/stat.h>
 
 #include <chrono>
+#include <cstddef>
+#include <cstring>
 #include <fstream>
 #include <thread>
 
 #include "command_test.h"
+#include "qmv.h"
 #include "support/child.h"
 
 namespace qmvctl::test {
@@ -254,30 +257,105 @@ TEST_F(Check, FindsTextsThatAreWiderThanTheirField) {
 
 // The library does not cut these: the last byte of the field is for the zero that ends the text.
 TEST_F(Check, FindsTextsThatRunOnOverTheFieldsBehindTheirOwn) {
-  sql("insert into sel_info (Version, CompletionCode, AddTimeStamp, EraseTimeStamp, OperationSupport) values"
-      "(printf('%.63c', 'x'), printf('%.63c', 'x'), printf('%.127c', 'x'), printf('%.127c', 'x'),"
-      "printf('%.63c', 'x'));"
+  sql("insert into sel_info (Version, FreeSpace) values ('51', printf('%.127c', 'x'));"
       "insert into device (GUID, DeviceType, IPAddress) values ('a', 1, printf('%.255c', 'x'));");
   EXPECT_EQ(problems(), "");
-  sql("update sel_info set Version = Version || 'x', CompletionCode = CompletionCode || 'x',"
-      "AddTimeStamp = AddTimeStamp || 'x', EraseTimeStamp = EraseTimeStamp || 'x',"
-      "OperationSupport = OperationSupport || 'x';"
-      "update device set IPAddress = IPAddress || 'x'; insert into device values ('b', 1, printf('%.300c', 'x'), 1, 7, "
-      "1);");
+  sql("update sel_info set FreeSpace = FreeSpace || 'x'; update device set IPAddress = IPAddress || 'x';"
+      "insert into device values ('b', 1, printf('%.300c', 'x'), 1, 7, 1);");
   EXPECT_EQ(
       problems(),
       "device: column IPAddress: 2 texts are longer than 255 bytes, and run on over the fields behind their own "
       "when read; the longest has 300.\n"
-      "sel_info: column AddTimeStamp: 1 text is longer than 127 bytes, and runs on over the fields behind its own "
-      "when read; the longest has 128.\n"
-      "sel_info: column CompletionCode: 1 text is longer than 63 bytes, and runs on over the fields behind its own "
-      "when read; the longest has 64.\n"
-      "sel_info: column EraseTimeStamp: 1 text is longer than 127 bytes, and runs on over the fields behind its "
-      "own when read; the longest has 128.\n"
-      "sel_info: column OperationSupport: 1 text is longer than 63 bytes, and runs on over the fields behind its "
-      "own when read; the longest has 64.\n"
-      "sel_info: column Version: 1 text is longer than 63 bytes, and runs on over the fields behind its own when "
-      "read; the longest has 64.\n");
+      "sel_info: column FreeSpace: 1 text is longer than 127 bytes, and runs on over the fields behind its own when "
+      "read; the longest has 128.\n");
+}
+
+// What a get-one of the library reads: read(handle, &record).
+template <class Record>
+Record read_one(const std::string& file, auto read) {
+  sqlite3* handle = nullptr;
+  sqlite3_open(file.c_str(), &handle);
+  Record* made = nullptr;
+  EXPECT_EQ(read(handle, &made), 0);
+  const Record record = made ? *made : Record{};
+  db_freemem(made);
+  sqlite3_close(handle);
+  return record;
+}
+
+// Tables whose reader is a column behind: the columns that it reads into texts, in which field they end up, and the
+// longest text that does so whole.
+class CheckOfShiftedColumns : public Check {
+ protected:
+  struct Column {
+    const char* name;
+    size_t field;
+    size_t longest;
+  };
+
+  // Holds what the check says of texts of that table's only row, full of 1, against what is read of them.
+  template <class Record>
+  void expect_widths(const std::string& table, const std::vector<Column>& columns, auto read) {
+    const auto bytes = [&] {
+      const auto record = read_one<Record>(database(), read);
+      return std::string(reinterpret_cast<const char*>(&record), sizeof record);
+    };
+    const std::string plain = bytes();
+    for (const Column& column : columns) {
+      SCOPED_TRACE(column.name);
+      const auto text_in_field = [&] { return std::string(bytes().substr(column.field).c_str()); };
+      const std::string name = column.name;
+      const std::string text = "1" + std::string(column.longest - 1, 'x');
+      sql("update " + table + " set " + name + " = '" + text + "';");
+      EXPECT_EQ(bytes(), std::string(plain).replace(column.field, text.size(), text)) << "whole, and nothing else";
+      EXPECT_EQ(problems(), "");
+      sql("update " + table + " set " + name + " = '" + text + "x';");
+      EXPECT_NE(text_in_field(), text + "x");
+      EXPECT_EQ(problems().find(table + ": column " + name + ": 1 text is "), 0u) << problems();
+      sql("update " + table + " set " + name + " = 1;");
+    }
+  }
+
+  // That a long text of a column changes nothing that is read, and that the check does not mind it.
+  template <class Record>
+  void expect_not_read_as_text(const std::string& table, const std::string& column, auto read) {
+    SCOPED_TRACE(column);
+    const auto plain = read_one<Record>(database(), read);
+    sql("update " + table + " set " + column + " = '1' || printf('%.2000c', 'x');");
+    const auto record = read_one<Record>(database(), read);
+    EXPECT_EQ(std::memcmp(&record, &plain, sizeof record), 0);
+    EXPECT_EQ(problems(), "");
+  }
+};
+
+TEST_F(CheckOfShiftedColumns, OfTheLogKnowsTheFieldsIntoWhichTheyAreRead) {
+  sql("insert into sel_info values (1, 1, 1, 1, 1, 1, 1, 1);");
+  expect_widths<sel_info_rec>("sel_info",
+                              {{"MaxNoOfSels", offsetof(sel_info_rec, CompletionCode), 63},
+                               {"CompletionCode", offsetof(sel_info_rec, Version), 63},
+                               {"FreeSpace", offsetof(sel_info_rec, AddTimeStamp), 127},
+                               {"AddTimeStamp", offsetof(sel_info_rec, EraseTimeStamp), 127},
+                               {"EraseTimeStamp", offsetof(sel_info_rec, OperationSupport), 64}},
+                              db_get_selinfo);
+  for (const char* column : {"Version", "OperationSupport"}) {
+    expect_not_read_as_text<sel_info_rec>("sel_info", column, db_get_selinfo);
+  }
+}
+
+TEST_F(CheckOfShiftedColumns, OfTheDhcpEndpointKnowsTheFieldsIntoWhichTheyAreRead) {
+  const auto read = [](sqlite3* handle, dhcp_protocol_endpoint_rec** record) {
+    return db_get_dhcp_protocol_endpoint(handle, "1", record);
+  };
+  sql("insert into dhcp_protocol_endpoint values (1, 1, 1, 1, 1, 1, 1, 1);");
+  expect_widths<dhcp_protocol_endpoint_rec>(
+      "dhcp_protocol_endpoint",
+      {{"NameFormat", offsetof(dhcp_protocol_endpoint_rec, NameFormat), 256},
+       {"ProtocolIFType", offsetof(dhcp_protocol_endpoint_rec, OtherTypeDesc), 256},
+       {"ClientState", offsetof(dhcp_protocol_endpoint_rec, ElementName), 256}},
+      read);
+  for (const char* column : {"OtherTypeDesc", "ElementName"}) {
+    expect_not_read_as_text<dhcp_protocol_endpoint_rec>("dhcp_protocol_endpoint", column, read);
+  }
 }
 
 TEST_F(Check, CountsTheBytesOfATextNotItsCharacters) {
@@ -287,7 +365,8 @@ TEST_F(Check, CountsTheBytesOfATextNotItsCharacters) {
       "sel: column GeneratorID: 1 text is wider than the field of 4 bytes, and cut when read; the longest has 5.\n");
 }
 
-// Every text that is declared, in every database, but those of the shell's jobs, which the library does not read.
+// Every text that is declared, in every database, but those that the library does not read as texts: of the shell's
+// jobs, and two of each table whose reader is a column behind.
 TEST_F(Check, KnowsTheWidthOfEveryText) {
   for (const char* kind : {"cim", "tmp_cim", "association"}) {
     std::filesystem::remove(database());
@@ -301,6 +380,7 @@ TEST_F(Check, KnowsTheWidthOfEveryText) {
           sql("select group_concat(case type when 'TEXT' then 'printf(''%.2000c'', ''x'')' else '1' end)" + columns) +
           ");");
       expected += std::stoul(sql("select count(*)" + columns + " where type = 'TEXT';"));
+      if (table == "sel_info" || table == "dhcp_protocol_endpoint") expected -= 2;
     }
     size_t found = 0;
     for (const Json& finding : Json::parse(on_database({"check", "--json"}).out)) {

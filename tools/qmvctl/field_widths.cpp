@@ -11,10 +11,12 @@ namespace {
 
 using Widths = std::map<std::string, FieldWidth>;
 
-// In the scope of this, Record names the record.
-#define WIDTH(member) Widths::value_type(#member, FieldWidth{sizeof(Record::member)})
-// Of a column whose text runs on.
-#define RUNNING_WIDTH(member) Widths::value_type(#member, FieldWidth{sizeof(Record::member), true})
+// In the scope of these, Record names the record: a column that is read into the member of its name or into another
+// one, and the same of one whose text runs on.
+#define WIDTH_IN(column, member) Widths::value_type(#column, FieldWidth{sizeof(Record::member)})
+#define WIDTH(member) WIDTH_IN(member, member)
+#define RUNNING_WIDTH_IN(column, member) Widths::value_type(#column, FieldWidth{sizeof(Record::member), true})
+#define RUNNING_WIDTH(member) RUNNING_WIDTH_IN(member, member)
 
 Widths fru_widths() {
   using Record = fru_rec;
@@ -46,10 +48,13 @@ Widths ipmi_session_widths() {
           WIDTH(SessionText5), WIDTH(SessionText6), WIDTH(SessionText7), WIDTH(SessionText8)};
 }
 
+// The reader is one column behind: Version is read as a number, OperationSupport not at all. Behind the last field there
+// is none to run on over.
 Widths sel_info_widths() {
   using Record = sel_info_rec;
-  return {RUNNING_WIDTH(CompletionCode), RUNNING_WIDTH(Version), RUNNING_WIDTH(AddTimeStamp),
-          RUNNING_WIDTH(EraseTimeStamp), RUNNING_WIDTH(OperationSupport)};
+  return {RUNNING_WIDTH_IN(MaxNoOfSels, CompletionCode), RUNNING_WIDTH_IN(CompletionCode, Version),
+          RUNNING_WIDTH_IN(FreeSpace, AddTimeStamp), RUNNING_WIDTH_IN(AddTimeStamp, EraseTimeStamp),
+          WIDTH_IN(EraseTimeStamp, OperationSupport)};
 }
 
 Widths sel_widths() {
@@ -57,9 +62,10 @@ Widths sel_widths() {
   return {WIDTH(GeneratorID)};
 }
 
+// As of sel_info, from ProtocolIFType on: OtherTypeDesc is read as a number, ElementName not at all.
 Widths dhcp_protocol_endpoint_widths() {
   using Record = dhcp_protocol_endpoint_rec;
-  return {WIDTH(Name), WIDTH(NameFormat), WIDTH(OtherTypeDesc), WIDTH(ElementName)};
+  return {WIDTH(Name), WIDTH(NameFormat), WIDTH_IN(ProtocolIFType, OtherTypeDesc), WIDTH_IN(ClientState, ElementName)};
 }
 
 Widths event_type_widths() {
@@ -111,7 +117,9 @@ Widths association_reg_widths() {
 }
 
 #undef WIDTH
+#undef WIDTH_IN
 #undef RUNNING_WIDTH
+#undef RUNNING_WIDTH_IN
 
 // Profile tables are listed with their members already.
 std::map<std::string, Widths> instance_widths() {
