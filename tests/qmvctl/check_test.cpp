@@ -164,9 +164,51 @@ TEST_F(Check, AdvisesNoStatementOnVirtualTables) {
   EXPECT_EQ(advice(), (std::vector<std::string>{kRenewal, kRenewal}));
 }
 
-TEST_F(Check, AdvisesNotToDropIndexedColumns) {
-  sql("alter table sel add column Note text; create index notes on sel (RecordID, Note);");
-  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+// Each time the advice is what SQLite takes: with what needs the column it takes no statement.
+TEST_F(Check, AdvisesOnlyStatementsThatSqliteTakes) {
+  sql("alter table sel add column Note text;");
+  const std::string drop = "alter table sel drop column Note;";
+  EXPECT_EQ(advice(), std::vector<std::string>{"If nothing else needs it: " + drop});
+  for (const auto& [make, remove] : std::vector<std::pair<const char*, const char*>>{
+           {"create index other on sel (RecordID, Note);", "drop index other;"},
+           {"create index other on sel (lower(Note));", "drop index other;"},
+           {"create index other on sel (RecordID) where Note > 1;", "drop index other;"},
+           {"create view other as select Note from sel;", "drop view other;"},
+           {"create view other as select a from nowhere;", "drop view other;"},
+           {"create table theirs (a); create trigger other after insert on theirs begin delete from sel where Note; "
+            "end;",
+            "drop table theirs;"}}) {
+    SCOPED_TRACE(make);
+    sql(make);
+    EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+    sqlite3* handle = nullptr;
+    sqlite3_open(database().c_str(), &handle);
+    EXPECT_NE(sqlite3_exec(handle, drop.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(handle);
+    sql(remove);
+  }
+  sql("create table theirs (a integer primary key autoincrement); analyze;");
+  EXPECT_EQ(advice(), std::vector<std::string>{"If nothing else needs it: " + drop});
+  sql(drop);
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, AdvisesNotToDropWhatAGeneratedColumnIsMadeOf) {
+  sql("alter table sel add column Note text; alter table sel add column Made as (Note || 'x');"
+      "alter table role add column Made as (Name); alter table role add column Note;");
+  EXPECT_EQ(advice(), (std::vector<std::string>{
+                          "If nothing else needs them: alter table role drop column Made; alter table role drop column "
+                          "Note;",
+                          kRenewal}));
+}
+
+// What is behind the first statement of a stored text is not read by SQLite, and not run in the copy.
+TEST_F(Check, RunsNothingThatADatabaseHides) {
+  sql("alter table sel add column Note text; create view other as select 1;");
+  sql("pragma writable_schema = on; update sqlite_master set sql = sql || '; attach ''" + path("made.db") +
+      "'' as made; create table made.t (a);' where name = 'other';");
+  EXPECT_EQ(advice().size(), 1u);
+  EXPECT_FALSE(std::filesystem::exists(path("made.db")));
 }
 
 // As it is shown, the statement would be about another column.

@@ -102,37 +102,38 @@ struct Comparison {
   }
 };
 
-// Whether SQLite takes a statement, which is compiled but not run, and people see it as it is.
-bool can_be_advised(const Database& database, const std::string& statement) {
-  sqlite3_stmt* compiled = nullptr;
-  const int status = sqlite3_prepare_v2(database.handle(), statement.c_str(), -1, &compiled, nullptr);
-  sqlite3_finalize(compiled);
-  return status == SQLITE_OK && printable(statement) == statement;
+// Whether SQLite takes these statements one after the other, which is tried on a copy without rows: compiling alone
+// does not tell, since indexes, views and triggers may need what they change.
+bool can_be_run(const Database& database, const Names& statements) {
+  Names all = names_of(database,
+                       "select sql from sqlite_master where sql is not null and name not like 'sqlite\\_%' escape '\\' "
+                       "order by type <> 'table', rowid;");
+  all.insert(all.end(), statements.begin(), statements.end());
+  Database copy = Database::in_memory();
+  try {
+    for (const std::string& statement : all) copy.query(statement.c_str(), [](sqlite3_stmt*) {});
+  } catch (const FileError&) {
+    return false;
+  }
+  return true;
 }
 
 // What to do: these statements behind a condition, or where one is of no use, the renewal.
 std::string advice_of(const Comparison& comparison, const std::string& condition, const Names& statements) {
-  std::string advice = condition;
-  for (const std::string& statement : statements) {
-    if (!can_be_advised(comparison.database, statement)) return renewal(comparison.kind);
-    advice += (advice.empty() ? "" : " ") + statement;
-  }
-  return advice;
+  const std::string text = fmt::format("{}", fmt::join(statements, " "));
+  const bool is_shown_as_it_is = printable(text) == text;
+  if (!is_shown_as_it_is || !can_be_run(comparison.database, statements)) return renewal(comparison.kind);
+  return condition + (condition.empty() ? "" : " ") + text;
 }
 
-// SQLite drops no column that an index has.
+constexpr const char* kUnlessNeeded = "If nothing else needs it:";
+
 std::string advice_to_drop(const Comparison& comparison, const Names& columns) {
-  const std::string& table = comparison.table.name;
-  const Names indexed = names_of(
-      comparison.database,
-      fmt::format("select info.name from pragma_index_list('{}') list, pragma_index_info(list.name) info;", table));
-  if (without(columns, indexed) != columns) return renewal(comparison.kind);
   Names statements;
   for (const std::string& column : columns) {
-    statements.push_back(fmt::format("alter table {} drop column {};", table, quoted(column)));
+    statements.push_back(fmt::format("alter table {} drop column {};", comparison.table.name, quoted(column)));
   }
-  return advice_of(comparison, fmt::format("If nothing else needs {}:", columns.size() == 1 ? "it" : "them"),
-                   statements);
+  return advice_of(comparison, columns.size() == 1 ? kUnlessNeeded : "If nothing else needs them:", statements);
 }
 
 // Takes the columns that have another name at their place off both lists.
@@ -254,7 +255,7 @@ void report_triggers(const Comparison& comparison) {
     comparison.add(
         fmt::format("trigger {} runs when rows change: what is stored may read back different, or not at all.",
                     trigger),
-        advice_of(comparison, "If nothing else needs it:", {fmt::format("drop trigger {};", quoted(trigger))}));
+        advice_of(comparison, kUnlessNeeded, {fmt::format("drop trigger {};", quoted(trigger))}));
   }
 }
 
