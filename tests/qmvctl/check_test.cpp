@@ -248,11 +248,14 @@ TEST_F(Check, FindsKeysThatAreNotUnique) {
   EXPECT_EQ(problems(),
             "boot_order: column InstanceID is not unique: storing a row that exists adds a second one in place of an "
             "update.\n"
+            "fru: columns DeviceAccessAddr, EntityID, FruIDSlaveAddr and LUNBusID are unique without ChannelNumber: a "
+            "row that has the same there as another one is refused, or replaces it.\n"
             "fru: columns ChannelNumber, DeviceAccessAddr, FruIDSlaveAddr and LUNBusID are not unique: storing a row "
             "that exists adds a second one in place of an update.\n");
   sql("create index plain on boot_order (InstanceID);");
   sql("create unique index partial on boot_order (InstanceID) where isHost;");
-  EXPECT_NE(problems().find("boot_order"), std::string::npos);
+  sql("create unique index more on boot_order (InstanceID, lower(isHost));");
+  EXPECT_EQ(problems().find("boot_order: column InstanceID is not unique: "), 0u) << problems();
 }
 
 TEST_F(Check, FindsKeysThatAPartIsUniqueOf) {
@@ -265,6 +268,44 @@ TEST_F(Check, FindsKeysThatAPartIsUniqueOf) {
   redefine("fru", "FruIDSlaveAddr, DeviceAccessAddr, LUNBusID", "LUNBusID");
   EXPECT_EQ(problems(), part);
   EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+TEST_F(Check, FindsWhatIsUniqueOutsideTheKey) {
+  const std::string other = ": a row that has the same there as another one is refused, or replaces it.\n";
+  sql("create unique index u on fru (EntityID); create unique index v on fru (entityid);"
+      "create unique index w on boot_order (lower(isHost)); create unique index x on role (CommonName) where Name > "
+      "'a';"
+      "create unique index y on sel (SensorType, SensorNum);");
+  EXPECT_EQ(problems(),
+            "boot_order: what index w is made of is unique without InstanceID" + other +
+                "fru: column EntityID is unique without ChannelNumber, DeviceAccessAddr, FruIDSlaveAddr and "
+                "LUNBusID" +
+                other + "role: column CommonName is unique in some of the rows without Name" + other +
+                "sel: columns SensorNum and SensorType are unique without RecordID" + other);
+  EXPECT_EQ(advice().at(1), "If nothing else needs it: drop index u; drop index v;");
+  for (const std::string& advised : advice()) sql(advised.substr(advised.find("drop")));
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, FindsConstraintsOutsideTheKeyWhichCannotBeDropped) {
+  redefine("boot_order", "isHost           INTEGER", "isHost INTEGER unique");
+  EXPECT_EQ(problems(),
+            "boot_order: column isHost is unique without InstanceID: a row that has the same there as another one is "
+            "refused, or replaces it.\n");
+  EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+TEST_F(Check, DoesNotMindWhatIsUniqueWithTheWholeKey) {
+  sql("create unique index u on boot_order (isHost, InstanceID); create unique index v on sel (RecordID, abs(EvMRev));"
+      "create unique index w on boot_order (InstanceID) where isHost;");
+  EXPECT_EQ(problems(), "");
+}
+
+TEST_F(Check, DoesNotMindWhatIsUniqueInTablesThatTheLibraryOnlyReads) {
+  std::filesystem::remove(database());
+  on_database({"init", "association"});
+  sql("create unique index u on association (ClassName);");
+  EXPECT_EQ(problems(), "");
 }
 
 TEST_F(Check, FindsTriggersAndSaysHowToDropThem) {
@@ -535,7 +576,7 @@ TEST_F(Check, LetsNoControlCharacterThrough) {
 }
 
 TEST_F(Check, SurvivesNamesWithQuotes) {
-  sql("create table \"it's\" (a); create unique index \"that's\" on role (CommonName);");
+  sql("create table \"it's\" (a); create index \"that's\" on role (CommonName);");
   EXPECT_EQ(problems(), "");
 }
 

@@ -46,7 +46,7 @@ std::vector<std::string> instance_tables() {
 std::string instance_key(const std::string& table) {
   const auto shapes = references(kInstanceDatabase);
   const auto shape = std::find_if(shapes.begin(), shapes.end(), [&](const auto& one) { return one.name == table; });
-  return *shape->keys.begin()->begin();
+  return *shape->unique.front().columns.begin();
 }
 
 std::optional<Listing> list_instances(const Database& database, const std::string& table) {

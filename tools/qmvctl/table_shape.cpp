@@ -69,18 +69,31 @@ std::string quoted(const std::string& name) {
   return text + '"';
 }
 
+std::vector<Uniqueness> uniqueness_of(const Database& database, const std::string& table) {
+  std::vector<Uniqueness> all;
+  constexpr const char* kKeyWithoutIndex =
+      "select name from pragma_table_info('{0}') where pk > 0 and "
+      "not exists (select 1 from pragma_index_list('{0}') where origin = 'pk');";
+  const Names key = names_of(database, fmt::format(kKeyWithoutIndex, table));
+  if (!key.empty()) all.push_back({set_of(key), "", false, false});
+  constexpr const char* kIndexes =
+      "select list.name, list.partial, info.name, info.cid = -2 from pragma_index_list('{}') list, "
+      "pragma_index_info(list.name) info where list.\"unique\" order by list.name;";
+  database.query(fmt::format(kIndexes, table).c_str(), [&](sqlite3_stmt* row) {
+    const std::string index = text_at(row, 0);
+    if (all.empty() || all.back().index != index) all.push_back({{}, index, sqlite3_column_int(row, 1) != 0, false});
+    const bool is_expression = sqlite3_column_int(row, 3) != 0;
+    if (is_expression) {
+      all.back().has_expressions = true;
+    } else {
+      all.back().columns.insert(text_at(row, 2));
+    }
+  });
+  return all;
+}
+
 TableShape shape_of(const Database& database, const std::string& table) {
-  TableShape shape{table, columns_of(database, table), {}};
-  const Names key = names_of(database, fmt::format("select name from pragma_table_info('{}') where pk > 0;", table));
-  if (!key.empty()) shape.keys.insert(set_of(key));
-  std::map<std::string, NameSet> indexes;
-  database.query(fmt::format("select list.name, info.name from pragma_index_list('{}') list, "
-                             "pragma_index_info(list.name) info where list.\"unique\" and not list.partial;",
-                             table)
-                     .c_str(),
-                 [&](sqlite3_stmt* row) { indexes[text_at(row, 0)].insert(text_at(row, 1)); });
-  for (const auto& [name, columns] : indexes) shape.keys.insert(columns);
-  return shape;
+  return {table, columns_of(database, table), uniqueness_of(database, table)};
 }
 
 std::string renewal(const DatabaseKind& kind) {
@@ -213,37 +226,55 @@ void compare_order(const Comparison& comparison) {
   comparison.add(problem, renewal(comparison.kind));
 }
 
-bool is_same_set(const NameSet& a, const NameSet& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), is_same);
+bool includes(const NameSet& all, const NameSet& part) {
+  return std::includes(all.begin(), all.end(), part.begin(), part.end(), NameOrder());
 }
 
 // The library takes an insert that fails for a row that exists, and updates the one that has the whole key.
 void compare_key(const Comparison& comparison, const NameSet& key) {
   const TableShape& table = comparison.table;
-  const TableShape& reference = comparison.reference;
-  const Names columns(key.begin(), key.end());
-  const bool can_be_compared = without(columns, table.columns).empty();
-  if (!can_be_compared) return;
-  bool is_unique = false;
-  for (const NameSet& found : table.keys) {
-    is_unique |= is_same_set(found, key);
-    const bool is_part = std::includes(key.begin(), key.end(), found.begin(), found.end(), NameOrder());
-    const bool is_expected = std::any_of(reference.keys.begin(), reference.keys.end(),
-                                         [&](const NameSet& other) { return is_same_set(found, other); });
-    if (!is_part || is_expected) continue;
-    is_unique = true;
-    const Names part(found.begin(), found.end());
-    comparison.add(fmt::format("{}unique without {}: a row that has the same there as another one is refused, or "
-                               "replaces it.",
-                               columns_are(part), listed(without(columns, part))),
-                   renewal(comparison.kind));
-  }
+  const bool is_unique = std::any_of(table.unique.begin(), table.unique.end(), [&](const Uniqueness& found) {
+    return !found.is_partial && !found.has_expressions && includes(key, found.columns);
+  });
   if (is_unique) return;
+  const Names columns(key.begin(), key.end());
   comparison.add(
       fmt::format("{}not unique: storing a row that exists adds a second one in place of an update.",
                   columns_are(columns)),
       advice_of(comparison, "Delete rows that are there twice, then:",
                 {fmt::format("create unique index {0}_key on {0} ({1});", table.name, fmt::join(columns, ", "))}));
+}
+
+// "column X is", "columns X and Y are"; of expressions SQLite tells no text.
+std::string unique_things_are(const Uniqueness& unique) {
+  if (unique.has_expressions) return fmt::format("what index {} is made of is ", unique.index);
+  return columns_are({unique.columns.begin(), unique.columns.end()});
+}
+
+// Only rows that have the whole key alike may be one and the same. Of keys and constraints no index can be dropped,
+// which shows when it is tried.
+void report_uniqueness(const Comparison& comparison, const NameSet& key) {
+  std::map<std::string, Names> drops;  // by problem: several indexes may be of the same columns
+  for (const Uniqueness& unique : comparison.table.unique) {
+    if (includes(unique.columns, key)) continue;
+    const Names whole(key.begin(), key.end());
+    const Names rest = without(whole, {unique.columns.begin(), unique.columns.end()});
+    drops[fmt::format("{}unique {}without {}: a row that has the same there as another one is refused, or replaces it.",
+                      unique_things_are(unique), unique.is_partial ? "in some of the rows " : "", listed(rest))]
+        .push_back(fmt::format("drop index {};", quoted(unique.index)));
+  }
+  for (const auto& [problem, statements] : drops) {
+    comparison.add(problem, advice_of(comparison, kUnlessNeeded, statements));
+  }
+}
+
+// A table has one key or, where the library stores nothing, none. Without all of its columns there is more amiss.
+void compare_uniqueness(const Comparison& comparison) {
+  for (const Uniqueness& expected : comparison.reference.unique) {
+    if (!includes(set_of(comparison.table.columns), expected.columns)) continue;
+    report_uniqueness(comparison, expected.columns);
+    compare_key(comparison, expected.columns);
+  }
 }
 
 void report_triggers(const Comparison& comparison) {
@@ -292,7 +323,7 @@ void compare(const Database& database, const TableShape& reference, const Databa
   const Comparison comparison{database, table, reference, kind, findings};
   compare_names(comparison);
   compare_order(comparison);
-  for (const NameSet& key : reference.keys) compare_key(comparison, key);
+  compare_uniqueness(comparison);
   report_triggers(comparison);
 }
 

@@ -18,10 +18,18 @@ struct NameOrder {
 using Names = std::vector<std::string>;
 using NameSet = std::set<std::string, NameOrder>;
 
+// What a key or an index lets no two rows have alike.
+struct Uniqueness {
+  NameSet columns;
+  std::string index;  // empty where it is the key of the rows themselves
+  bool is_partial;    // it holds for some of the rows only
+  bool has_expressions;
+};
+
 struct TableShape {
   std::string name;
-  Names columns;           // in their order
-  std::set<NameSet> keys;  // sets of columns that are unique
+  Names columns;  // in their order
+  std::vector<Uniqueness> unique;
 };
 
 NameSet tables_of(const Database& database);
