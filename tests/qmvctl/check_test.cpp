@@ -140,20 +140,54 @@ TEST_F(Check, SaysOfSeveralColumnsBehindTheOthersWhatBecomesOfThem) {
                                                "sel drop column Z;"});
 }
 
+TEST_F(Check, SaysWhichAddedColumnsAreLeftEmpty) {
+  sql("alter table sel add column Made as (RecordID); alter table role add column X default 7;"
+      "alter table device add column X default 7; alter table device add column Y default null;");
+  EXPECT_EQ(
+      problems(),
+      "device: columns X and Y are added behind the others: the library does not read them, and leaves Y empty in "
+      "new rows.\n"
+      "role: column X is added behind the others: the library does not read it.\n"
+      "sel: column Made is added behind the others: the library does not read it.\n");
+}
+
+TEST_F(Check, SaysWhichAddedColumnsLetNoRowBeStored) {
+  redefine("boot_order", "isHost           INTEGER", "isHost INTEGER, X not null, Y, Z not null default 1");
+  redefine("sel", "SensorType ", "X text not null default null, Y not null, SensorType ");
+  EXPECT_EQ(problems(),
+            "boot_order: columns X, Y and Z are added behind the others: the library does not read them; no row can be "
+            "stored, since X must not be null and has no default.\n"
+            "sel: columns X and Y are added between the others: each column behind is read into the field of the one "
+            "after; no row can be stored, since X and Y must not be null and have no default.\n");
+}
+
 TEST_F(Check, SaysThatAddedColumnsAreReadInThePlaceOfMissingOnes) {
   sql("drop table boot_order; create table boot_order (InstanceID text primary key, AssignedSequence, Y, Z);");
   EXPECT_EQ(problems(),
             "boot_order: column isHost is missing and columns Y and Z are added: rows cannot be stored, and since the "
-            "library reads columns by their position, others are read in the place of the missing.\n");
+            "library reads columns by their position, those from Y on, where isHost is expected, are taken for "
+            "others.\n");
   EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
+}
+
+TEST_F(Check, SaysFromWhereOnMissingAndAddedColumnsTogetherShiftTheOthers) {
+  sql("drop table boot_order; create table boot_order (X, InstanceID text primary key, AssignedSequence);"
+      "alter table fru rename column DeviceAccessAddr to Access; alter table fru drop column BrdMfrName;");
+  redefine("fru", "EntityInst ", "Y, EntityInst ");
+  EXPECT_EQ(problems(),
+            "boot_order: column isHost is missing and column X is added: rows cannot be stored, and since the library "
+            "reads columns by their position, those from X on, where InstanceID is expected, are taken for others.\n"
+            "fru: column DeviceAccessAddr is called Access: rows cannot be stored.\n"
+            "fru: column BrdMfrName is missing and column Y is added: rows cannot be stored, and since the library "
+            "reads columns by their position, those from Y on, where EntityInst is expected, are taken for others.\n");
 }
 
 TEST_F(Check, AdvisesNotToDropAllColumns) {
   sql("drop table boot_order; create table boot_order (a, b, c, d);");
   EXPECT_EQ(problems(),
             "boot_order: columns InstanceID, AssignedSequence and isHost are missing and columns a, b, c and d are "
-            "added: rows cannot be stored, and since the library reads columns by their position, others are read in "
-            "the place of the missing.\n");
+            "added: rows cannot be stored, and since the library reads columns by their position, those from a on, "
+            "where InstanceID is expected, are taken for others.\n");
   EXPECT_EQ(advice(), std::vector<std::string>{kRenewal});
 }
 

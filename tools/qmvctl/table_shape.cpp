@@ -149,23 +149,25 @@ std::string advice_to_drop(const Comparison& comparison, const Names& columns) {
   return advice_of(comparison, columns.size() == 1 ? kUnlessNeeded : "If nothing else needs them:", statements);
 }
 
-// Takes the columns that have another name at their place off both lists.
-void take_renamed(const Comparison& comparison, Names& missing, Names& added) {
+// The columns, those under their expected names that have another one at their place, which is reported.
+Names with_expected_names(const Comparison& comparison) {
   const TableShape& table = comparison.table;
   const TableShape& reference = comparison.reference;
-  if (table.columns.size() != reference.columns.size()) return;
-  for (size_t i = 0; i < table.columns.size(); ++i) {
-    const std::string& found = table.columns[i];
+  Names columns = table.columns;
+  if (columns.size() != reference.columns.size()) return columns;
+  const NameSet missing = set_of(without(reference.columns, table.columns));
+  const NameSet added = set_of(without(table.columns, reference.columns));
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const std::string found = columns[i];
     const std::string& expected = reference.columns[i];
-    const bool is_renamed = set_of(missing).contains(expected) && set_of(added).contains(found);
-    if (!is_renamed) continue;
-    missing = without(missing, {expected});
-    added = without(added, {found});
+    if (!missing.contains(expected) || !added.contains(found)) continue;
+    columns[i] = expected;
     comparison.add(
         fmt::format("column {} is called {}: rows cannot be stored.", expected, found),
         advice_of(comparison, "",
                   {fmt::format("alter table {} rename column {} to {};", table.name, quoted(found), expected)}));
   }
+  return columns;
 }
 
 void report_missing(const Comparison& comparison, const Names& missing) {
@@ -175,26 +177,54 @@ void report_missing(const Comparison& comparison, const Names& missing) {
   comparison.add(columns_are(missing) + "missing: rows cannot be stored" + shift + ".", renewal(comparison.kind));
 }
 
+// Those of the columns that a condition on their pragma_table_xinfo is true of.
+Names columns_where(const Comparison& comparison, const Names& columns, const std::string& condition) {
+  const Names all = names_of(comparison.database, fmt::format("select name from pragma_table_xinfo('{}') where {};",
+                                                              comparison.table.name, condition));
+  return without(columns, without(columns, all));
+}
+
+// What ends a sentence about added columns.
+std::string effect_of_required(const Names& required) {
+  if (required.empty()) return ".";
+  return fmt::format("; no row can be stored, since {} must not be null and {} no default.", listed(required),
+                     required.size() == 1 ? "has" : "have");
+}
+
 void report_added(const Comparison& comparison, const Names& added) {
-  const char* them = added.size() == 1 ? "it" : "them";
-  const std::string effect =
-      are_last(added, comparison.table.columns)
-          ? fmt::format("behind the others: the library does not read {0}, and leaves {0} empty in new rows.", them)
-          : "between the others: each column behind is read into the field of the one after.";
-  comparison.add(columns_are(added) + "added " + effect, advice_to_drop(comparison, added));
+  // The library names none of them when it stores a row, so neither a default nor an expression fills these.
+  const std::string has_no_value = "hidden = 0 and pk = 0 and coalesce(lower(dflt_value), 'null') = 'null'";
+  const Names empty = columns_where(comparison, added, has_no_value);
+  const Names required = columns_where(comparison, added, has_no_value + " and \"notnull\"");
+  const std::string them = added.size() == 1 ? "it" : "them";
+  std::string effect = "between the others: each column behind is read into the field of the one after";
+  if (are_last(added, comparison.table.columns)) {
+    effect = "behind the others: the library does not read " + them;
+    const std::string which = empty.size() == added.size() ? them : listed(empty);
+    if (required.empty() && !empty.empty()) effect += ", and leaves " + which + " empty in new rows";
+  }
+  comparison.add(columns_are(added) + "added " + effect + effect_of_required(required),
+                 advice_to_drop(comparison, added));
+}
+
+// With columns of both kinds, some column is not where it is expected.
+void report_missing_and_added(const Comparison& comparison, const Names& columns, const Names& missing,
+                              const Names& added) {
+  const auto [found, expected] = std::mismatch(columns.begin(), columns.end(), comparison.reference.columns.begin(),
+                                               comparison.reference.columns.end(), is_same);
+  comparison.add(
+      fmt::format("{}missing and {}added: rows cannot be stored, and since the library reads columns by their "
+                  "position, those from {} on, where {} is expected, are taken for others.",
+                  columns_are(missing), columns_are(added), *found, *expected),
+      renewal(comparison.kind));
 }
 
 void compare_names(const Comparison& comparison) {
-  const TableShape& table = comparison.table;
-  const TableShape& reference = comparison.reference;
-  Names missing = without(reference.columns, table.columns);
-  Names added = without(table.columns, reference.columns);
-  take_renamed(comparison, missing, added);
+  const Names columns = with_expected_names(comparison);
+  const Names missing = without(comparison.reference.columns, columns);
+  const Names added = without(columns, comparison.reference.columns);
   if (!missing.empty() && !added.empty()) {
-    comparison.add(fmt::format("{}missing and {}added: rows cannot be stored, and since the library reads columns by "
-                               "their position, others are read in the place of the missing.",
-                               columns_are(missing), columns_are(added)),
-                   renewal(comparison.kind));
+    report_missing_and_added(comparison, columns, missing, added);
   } else if (!missing.empty()) {
     report_missing(comparison, missing);
   } else if (!added.empty()) {
