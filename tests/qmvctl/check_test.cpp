@@ -520,16 +520,33 @@ TEST_F(Check, FindsEntitiesThatIpmiDoesNotKnow) {
 TEST_F(Check, NotesEntitiesThatHaveNoClass) {
   sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 55), ('b', 1, 64), ('c', 1, 66), ('d', 1, 64),"
       "('e', 1, 144), ('f', 1, 209), ('g', 1, 255);");
-  EXPECT_EQ(
-      problems(),
-      "note: device: column EntityID: 7 rows have entities that have no CIM class: 55 Air Inlet, 64 Air Inlet, 66 "
-      "Baseboard, 144 entity 90h, 209 entity D1h, 255 entity FFh.\n");
+  EXPECT_EQ(problems(),
+            "note: device: column EntityID: 7 rows have entities without a CIM class: 55 Air Inlet, 64 Air Inlet, 66 "
+            "Baseboard, 144 entity 90h, 209 entity D1h, 255 entity FFh.\n");
   const Outcome outcome = on_database({"check"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out.find(database() + ": nothing is wrong\n\nnote: table device: column EntityID: "), 0u)
       << outcome.out;
   sql("insert into device (GUID, DeviceType, EntityID) values ('h', 1, 54);");
   EXPECT_EQ(on_database({"check"}).out.find(database() + ": 1 problem\n\ntable device: "), 0u);
+}
+
+TEST_F(Check, SaysWhatIsWithOneRowAlone) {
+  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, 55), ('b', 1, 54);");
+  EXPECT_EQ(problems(),
+            "device: column EntityID: 1 row has an entity that IPMI does not know: 54 reserved.\n"
+            "note: device: column EntityID: 1 row has an entity without a CIM class: 55 Air Inlet.\n");
+}
+
+TEST_F(Check, NamesTheFirstEntitiesOfManyAndTheBeginningOfLongOnes) {
+  sql("insert into device (GUID, DeviceType, EntityID) values ('a', 1, printf('%.1000000c', 'x')), ('b', 1, 54);");
+  EXPECT_EQ(problems(), "device: column EntityID: 2 rows have entities that IPMI does not know: 54 reserved, '" +
+                            std::string(31, 'x') + "....\n");
+  sql("with recursive n (id) as (select 1000 union all select id + 1 from n where id < 1306) "
+      "insert into device (GUID, DeviceType, EntityID) select id, 1, id from n;");
+  EXPECT_EQ(problems(),
+            "device: column EntityID: 309 rows have entities that IPMI does not know: 54 reserved, 1000, 1001, 1002, "
+            "1003, 1004, 1005, 1006, 1007, 1008 and 299 more.\n");
 }
 
 TEST_F(Check, FindsRecordIdsThatTheLogCannotHold) {

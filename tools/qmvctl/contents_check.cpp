@@ -49,9 +49,11 @@ void check_width(const Database& database, const std::string& table, const std::
   });
 }
 
-// "54 reserved", and what is no byte as it is stored.
+// "54 reserved", and what is no byte as it is stored, up to where it is cut.
+constexpr int kLongestEntity = 32;
 std::string entity_text(sqlite3_stmt* row) {
   std::string stored = reinterpret_cast<const char*>(sqlite3_column_text(row, 0));
+  if (sqlite3_column_int(row, 3) > kLongestEntity) stored += "...";
   if (sqlite3_column_type(row, 1) != SQLITE_INTEGER) return stored;
   const sqlite3_int64 id = sqlite3_column_int64(row, 1);
   return id >= 0 && id <= 0xFF ? stored + " " + entity_name(static_cast<int32_t>(id)) : stored;
@@ -71,19 +73,25 @@ constexpr EntityCheck kEntityChecks[] = {
      "that IPMI does not know", "They are in no class and in no assets. Correct them", false},
     // The last ranges are those of the chassis, of sets of boards and of OEMs.
     {"typeof(EntityID) = 'integer' and (EntityID in (55, 64, 65, 66) or EntityID between 144 and 255)",
-     "that have no CIM class", "They are in no class and in no assets, and nothing is to be done. To see them", true},
+     "without a CIM class", "They are in no class and in no assets, and nothing is to be done. To see them", true},
 };
 
 void check_entities(const Database& database, const std::string& table, const EntityCheck& check,
                     std::vector<Finding>& findings) {
   const std::string where = fmt::format("from {} where {}", table, check.condition);
-  const std::string each = fmt::format("select quote(EntityID), EntityID, count(*) {} group by EntityID;", where);
+  const std::string each = fmt::format(
+      "select substr(quote(EntityID), 1, {}), EntityID, count(*), length(quote(EntityID)) {} group by EntityID;",
+      kLongestEntity, where);
+  constexpr int kNamed = 10;
   std::string entities;
+  int different = 0;
   int count = 0;
   database.query(each.c_str(), [&](sqlite3_stmt* row) {
-    entities += (entities.empty() ? "" : ", ") + entity_text(row);
+    if (different < kNamed) entities += (different == 0 ? "" : ", ") + entity_text(row);
+    different += 1;
     count += sqlite3_column_int(row, 2);
   });
+  if (different > kNamed) entities += fmt::format(" and {} more", different - kNamed);
   if (count == 0) return;
   findings.push_back({table,
                       fmt::format("column EntityID: {} {}: {}.",
