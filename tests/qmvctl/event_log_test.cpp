@@ -129,11 +129,24 @@ TEST_F(EventLogChanges, ThatRefusesChangesIsReported) {
     EXPECT_EQ(outcome.out, "");
   }
   EXPECT_EQ(clearing.err, "qmvctl: " + database() + ": events cannot be deleted: table sel keeps them\n");
-  EXPECT_EQ(adding.err, "qmvctl: " + database() + ": the event cannot be added: table sel does not take it\n");
+  const std::string refusal = "qmvctl: " + database() +
+                              ": the event cannot be added: table sel does not take it (qmvctl check cim --db " +
+                              database() + " may tell why)\n";
+  EXPECT_EQ(adding.err, refusal);
   sql("drop trigger none; create trigger none before insert on sel begin select raise(ignore); end;");
-  EXPECT_EQ(on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"}).err,
-            "qmvctl: " + database() + ": the event cannot be added: table sel does not take it\n");
+  EXPECT_EQ(on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"}).err, refusal);
   EXPECT_EQ(ids(), "1 ");
+}
+
+TEST_F(EventLogChanges, ThatLackAColumnNameIt) {
+  sql("alter table sel rename column EvMRev to Revision;");
+  testing::internal::CaptureStderr();
+  const Outcome outcome = on_database({"sel", "add", "4", "2", "1", "1", "0", "0", "0"});
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(outcome.err,
+            "qmvctl: " + database() +
+                ": the event cannot be added: table sel has no column named EvMRev (qmvctl check cim --db " +
+                database() + " may tell why)\n");
 }
 
 TEST_F(EventLogChanges, ThatFailsSaysWhyWithoutControlCharacters) {

@@ -237,6 +237,27 @@ INSTANTIATE_TEST_SUITE_P(
         "create trigger t after insert on sel begin insert or ignore into sel (RecordID) values (77); end;",
         "create trigger t after insert on sel_info begin update sel_info set RecCnt = 5; end;"));
 
+// Of each table that is read back.
+TEST_F(Import, OfRowsThatATableDoesNotTakeSaysWhatSqliteSays) {
+  for (const auto& [table, column] : std::vector<std::pair<std::string, std::string>>{{"compact_sdr", "OEM"},
+                                                                                      {"full_sdr", "OEM"},
+                                                                                      {"fru", "DevIdStr"},
+                                                                                      {"fru_locator_sdr", "DevIdStr"},
+                                                                                      {"sel_info", "RecCnt"},
+                                                                                      {"sel", "EvMRev"}}) {
+    sql("alter table " + table + " rename column " + column + " to Other;");
+    testing::internal::CaptureStderr();
+    const Outcome outcome = import_all();
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(outcome.err, "qmvctl: " + database() + ": table " + table +
+                               " reads back different from what was stored: table " + table + " has no column named " +
+                               column + "; nothing is imported (qmvctl check cim --db " + database() +
+                               " may tell why)\n");
+    sql("alter table " + table + " rename column Other to " + column + ";");
+  }
+  EXPECT_EQ(import_all().status, 0);
+}
+
 TEST_F(Import, MissingTableFailsAndNothingStays) {
   import_all();
   sql("drop table fru_locator_sdr;");

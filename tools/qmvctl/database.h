@@ -76,6 +76,7 @@ class Database {
 
   sqlite3* handle() const { return handle_; }
   const std::string& file() const { return file_; }
+  const DatabaseKind& kind() const { return kind_; }
 
   // Runs a statement without values through the library.
   void execute(const char* statement);

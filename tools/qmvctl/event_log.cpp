@@ -40,7 +40,8 @@ int32_t add_event(Database& database, sel_rec event) {
   // A constraint that the row does not meet looks to the library like an event that exists.
   const int32_t status = db_addsel(database.handle(), &event, 0);
   const std::string reason = reason_of(database, "table sel does not take it");
-  if (status != 0 || !has_event(database, event.RecordID)) database.fail("the event cannot be added: " + reason);
+  const bool is_added = status == 0 && has_event(database, event.RecordID);
+  if (!is_added) database.fail("the event cannot be added: " + reason + database.check_hint());
   transaction.commit();
   return event.RecordID;
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "rows.h"
+#include "table_shape.h"
 #include "text.h"
 
 namespace qmvctl {
@@ -39,8 +40,9 @@ bool is_equal(const Record& a, const Record& b) {
 }
 
 [[noreturn]] void differ(const Database& database, const char* table) {
-  database.fail(std::string("table ") + table + " reads back different from what was stored; nothing is imported" +
-                database.check_hint());
+  const std::string objection = objection_to_rows(database, table);
+  database.fail(std::string("table ") + table + " reads back different from what was stored" +
+                (objection.empty() ? "" : ": " + objection) + "; nothing is imported" + database.check_hint());
 }
 
 // Compares the rows of a table with what was stored, in any order. `comes_before` orders records by their key.

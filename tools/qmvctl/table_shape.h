@@ -46,6 +46,10 @@ std::vector<TableShape> references(const DatabaseKind& kind);
 void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
              std::vector<Finding>& findings);
 
+// What SQLite says of an insert of all columns that a table has to have; empty when it takes one, as far as can be seen
+// without a row.
+std::string objection_to_rows(const Database& database, const std::string& table);
+
 }  // namespace qmvctl
 
 #endif
