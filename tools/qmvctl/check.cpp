@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "table_shape.h"
+#include "table_comparison.h"
 
 namespace qmvctl {
 

@@ -68,13 +68,13 @@ void add_check(CLI::App& app, Context& context) {
   const auto name = add_kind(*command);
   command->footer(
       "Looks for missing tables and views in place of them, columns that are missing,\n"
-      "added or in another order, keys that are not unique, triggers, texts wider than\n"
-      "their fields, event record IDs outside 1 to 65534, entities that IPMI does not\n"
-      "know, damage to the file and locks that others hold, and exits with 1 when it\n"
-      "finds such a problem. A note is none: it tells what IPMI allows but the library\n"
-      "does not use, entities without a CIM class. Without DATABASE: cim, tmp_cim,\n"
-      "smashclp and, where it is, association; or the file that --db names, as the\n"
-      "database whose tables it has.\n\n"
+      "added or in another order, keys that are not unique and what else is, triggers,\n"
+      "texts wider than their fields, event record IDs outside 1 to 65534, entities\n"
+      "that IPMI does not know, damage to the file and locks that others hold, and\n"
+      "exits with 1 when it finds such a problem. A note is none: it tells what IPMI\n"
+      "allows but the library does not use, entities without a CIM class. Without\n"
+      "DATABASE: cim, tmp_cim, smashclp and, where it is, association; or the file\n"
+      "that --db names, as the database whose tables it has.\n\n"
       "Example:\n  qmvctl check --db test.db");
   command->callback([&context, name] { check(context, *name); });
 }

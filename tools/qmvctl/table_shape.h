@@ -1,4 +1,4 @@
-// Tables as they are, and what differs between two.
+// Tables as they are.
 #ifndef QMVCTL_TABLE_SHAPE_H
 #define QMVCTL_TABLE_SHAPE_H
 
@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "check.h"
 #include "database.h"
 
 namespace qmvctl {
@@ -32,19 +31,21 @@ struct TableShape {
   std::vector<Uniqueness> unique;
 };
 
+NameSet set_of(const Names& names);
+
+// Column 0 of all rows.
+Names names_of(const Database& database, const std::string& query);
+
 NameSet tables_of(const Database& database);
 NameSet views_of(const Database& database);
 
 // The columns that "select *" yields, which are also the generated ones.
 Names columns_of(const Database& database, const std::string& table);
 
+TableShape shape_of(const Database& database, const std::string& table);
+
 // The tables that a database of that kind has to have.
 std::vector<TableShape> references(const DatabaseKind& kind);
-
-// Compares a table that is there with its reference: columns, uniqueness, and that nothing else runs when rows change.
-// `kind` is named in what to do.
-void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
-             std::vector<Finding>& findings);
 
 // What SQLite says of an insert of all columns that a table has to have; empty when it takes one, as far as can be seen
 // without a row.
