@@ -161,6 +161,20 @@ TEST_F(Check, SaysWhichAddedColumnsLetNoRowBeStored) {
             "after; no row can be stored, since X and Y must not be null and have no default.\n");
 }
 
+TEST_F(Check, SaysThatAnAddedKeyMustHaveAValueUnlessSqliteGivesItOne) {
+  redefine("boot_order", "TEXT NOT NULL PRIMARY KEY", "TEXT NOT NULL UNIQUE");
+  redefine("boot_order", "isHost           INTEGER", "isHost INTEGER, X integer primary key");
+  EXPECT_EQ(problems().find("no row can be stored"), std::string::npos) << problems();
+  redefine("boot_order", "X integer primary key", "X text primary key not null");
+  EXPECT_NE(problems().find("no row can be stored, since X must not be null and has no default."), std::string::npos)
+      << problems();
+}
+
+TEST_F(Check, SaysThatNoRowIsStoredWhereAColumnIsGenerated) {
+  redefine("boot_order", "isHost           INTEGER", "isHost INTEGER as (7)");
+  EXPECT_EQ(problems(), "boot_order: rows cannot be stored: cannot INSERT into generated column \"isHost\".\n");
+}
+
 TEST_F(Check, SaysThatAddedColumnsAreReadInThePlaceOfMissingOnes) {
   sql("drop table boot_order; create table boot_order (InstanceID text primary key, AssignedSequence, Y, Z);");
   EXPECT_EQ(problems(),
@@ -316,7 +330,7 @@ TEST_F(Check, FindsWhatIsUniqueOutsideTheKey) {
                 "LUNBusID" +
                 other + "role: column CommonName is unique in some of the rows without Name" + other +
                 "sel: columns SensorNum and SensorType are unique without RecordID" + other);
-  EXPECT_EQ(advice().at(1), "If nothing else needs it: drop index u; drop index v;");
+  EXPECT_EQ(advice().at(1), "If nothing else needs them: drop index u; drop index v;");
   for (const std::string& advised : advice()) sql(advised.substr(advised.find("drop")));
   EXPECT_EQ(problems(), "");
 }

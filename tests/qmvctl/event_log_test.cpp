@@ -249,6 +249,21 @@ TEST_F(Watch, ShowsTheLastEventsAndEachNewOneUntilItIsInterrupted) {
   child.wait_for_end();
 }
 
+TEST_F(Watch, GoesOnWhenTheSchemaChanges) {
+  insert(1);
+  qmv::test::Child child = start({"--json"});
+  std::ifstream out(path("out"));
+  line(out);
+  for (const char* change : {"vacuum;", "create index i on sel (SensorType);", "alter table role add column X;"}) {
+    sql(change);
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));  // a look sees nothing but that
+  }
+  insert(2);
+  EXPECT_EQ(Json::parse(line(out)).at("record_id"), 2);
+  interrupt();
+  child.wait_for_end();
+}
+
 TEST_F(Watch, EndsWhenNobodyReadsItAnyMore) {
   insert(1);
   watch_unread();

@@ -1,6 +1,7 @@
 #include "redirect.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -21,6 +22,12 @@ std::string redirected(const char* path) {
     return redirected_directory + "/" + std::string(fixed.substr(fixed.rfind('/') + 1));
   }
   return path;
+}
+
+// There is one for new files only.
+mode_t mode_behind(int flags, va_list rest) {
+  const bool makes_a_file = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+  return makes_a_file ? va_arg(rest, mode_t) : 0;
 }
 
 template <class Function>
@@ -55,11 +62,10 @@ int large_file_status(const char* file, struct stat* status) __asm__("stat64");
 int link_status(const char* file, struct stat* status) __asm__("lstat");
 int large_link_status(const char* file, struct stat* status) __asm__("lstat64");
 
-// The mode is read whether it is there or not, as the C library does; it counts for new files only.
 int open_descriptor(const char* file, int flags, ...) {
   va_list rest;
   va_start(rest, flags);
-  const mode_t mode = va_arg(rest, mode_t);
+  const mode_t mode = mode_behind(flags, rest);
   va_end(rest);
   return next(&open_descriptor, "open")(redirected(file).c_str(), flags, mode);
 }
@@ -67,7 +73,7 @@ int open_descriptor(const char* file, int flags, ...) {
 int open_large_descriptor(const char* file, int flags, ...) {
   va_list rest;
   va_start(rest, flags);
-  const mode_t mode = va_arg(rest, mode_t);
+  const mode_t mode = mode_behind(flags, rest);
   va_end(rest);
   return next(&open_large_descriptor, "open64")(redirected(file).c_str(), flags, mode);
 }

@@ -41,10 +41,11 @@ void check_tables(const Database& database, const DatabaseKind& kind, std::vecto
     findings.push_back({"", std::string("none of the tables of ") + kind.name + " is there.", advice + " them."});
     return;
   }
+  const Rehearsal rehearsal(database);
   for (const TableShape& reference : shapes) {
     if (is_there(reference)) {
       check_part(database, reference.name, findings, [&] {
-        compare(database, reference, kind, findings);
+        compare(database, reference, kind, rehearsal, findings);
         check_contents(database, reference.name, findings);
       });
     } else {

@@ -61,7 +61,7 @@ class Database {
 
   // Creates a file with the reference tables (the fixed one when the name is empty), and fills them with the sample
   // when asked to. An existing file is an error and stays as it is, but for an empty one, which is filled; what failed
-  // leaves no other file than was there.
+  // leaves it empty.
   static void create(const std::string& file, const DatabaseKind& kind, Contents contents);
 
   // An empty database in memory.

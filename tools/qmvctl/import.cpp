@@ -40,7 +40,10 @@ bool is_equal(const Record& a, const Record& b) {
 }
 
 [[noreturn]] void differ(const Database& database, const char* table) {
-  const std::string objection = objection_to_rows(database, table);
+  std::string objection;
+  for (const TableShape& reference : references(database.kind())) {
+    if (reference.name == table) objection = objection_to_rows(database, reference);
+  }
   database.fail(std::string("table ") + table + " reads back different from what was stored" +
                 (objection.empty() ? "" : ": " + objection) + "; nothing is imported" + database.check_hint());
 }

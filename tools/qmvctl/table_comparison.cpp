@@ -65,6 +65,7 @@ struct Comparison {
   const TableShape& table;
   const TableShape& reference;
   const DatabaseKind& kind;
+  const Rehearsal& rehearsal;
   std::vector<Finding>& findings;
 
   void add(const std::string& problem, const std::string& advice) const {
@@ -72,38 +73,24 @@ struct Comparison {
   }
 };
 
-// Whether SQLite takes these statements one after the other, which is tried on a copy without rows: compiling alone
-// does not tell, since indexes, views and triggers may need what they change.
-bool can_be_run(const Database& database, const Names& statements) {
-  Names all = names_of(database,
-                       "select sql from sqlite_master where sql is not null and name not like 'sqlite\\_%' escape '\\' "
-                       "order by type <> 'table', rowid;");
-  all.insert(all.end(), statements.begin(), statements.end());
-  Database copy = Database::in_memory();
-  try {
-    for (const std::string& statement : all) copy.query(statement.c_str(), [](sqlite3_stmt*) {});
-  } catch (const FileError&) {
-    return false;
-  }
-  return true;
-}
-
 // What to do: these statements behind a condition, or where one is of no use, the renewal.
 std::string advice_of(const Comparison& comparison, const std::string& condition, const Names& statements) {
   const std::string text = fmt::format("{}", fmt::join(statements, " "));
   const bool is_shown_as_it_is = printable(text) == text;
-  if (!is_shown_as_it_is || !can_be_run(comparison.database, statements)) return renewal(comparison.kind);
+  if (!is_shown_as_it_is || !comparison.rehearsal.can_run(statements)) return renewal(comparison.kind);
   return condition + (condition.empty() ? "" : " ") + text;
 }
 
-constexpr const char* kUnlessNeeded = "If nothing else needs it:";
+const char* unless_needed(size_t count) {
+  return count == 1 ? "If nothing else needs it:" : "If nothing else needs them:";
+}
 
 std::string advice_to_drop(const Comparison& comparison, const Names& columns) {
   Names statements;
   for (const std::string& column : columns) {
     statements.push_back(fmt::format("alter table {} drop column {};", comparison.table.name, quoted(column)));
   }
-  return advice_of(comparison, columns.size() == 1 ? kUnlessNeeded : "If nothing else needs them:", statements);
+  return advice_of(comparison, unless_needed(columns.size()), statements);
 }
 
 // The columns, those under their expected names that have another one at their place, which is reported.
@@ -148,9 +135,16 @@ std::string effect_of_required(const Names& required) {
                      required.size() == 1 ? "has" : "have");
 }
 
+// The one key column of type INTEGER that SQLite fills by itself.
+constexpr const char* kIsRowid =
+    "(pk > 0 and lower(type) = 'integer' and not exists (select 1 from pragma_index_list('{0}') where origin = 'pk') "
+    "and "
+    "(select count(*) from pragma_table_info('{0}') where pk > 0) = 1)";
+
 void report_added(const Comparison& comparison, const Names& added) {
   // The library names none of them when it stores a row, so neither a default nor an expression fills these.
-  const std::string has_no_value = "hidden = 0 and pk = 0 and coalesce(lower(dflt_value), 'null') = 'null'";
+  const std::string has_no_value = fmt::format("hidden = 0 and coalesce(lower(dflt_value), 'null') = 'null' and not {}",
+                                               fmt::format(kIsRowid, comparison.table.name));
   const Names empty = columns_where(comparison, added, has_no_value);
   const Names required = columns_where(comparison, added, has_no_value + " and \"notnull\"");
   const std::string them = added.size() == 1 ? "it" : "them";
@@ -187,6 +181,13 @@ void compare_names(const Comparison& comparison) {
   } else if (!added.empty()) {
     report_added(comparison, added);
   }
+}
+
+// Where the columns are there, and yet SQLite stores no row: one may be generated.
+void report_objection(const Comparison& comparison) {
+  if (!without(comparison.reference.columns, comparison.table.columns).empty()) return;
+  const std::string objection = objection_to_rows(comparison.database, comparison.reference);
+  if (!objection.empty()) comparison.add("rows cannot be stored: " + objection + ".", renewal(comparison.kind));
 }
 
 // Compares the order of the columns that both have.
@@ -251,7 +252,7 @@ void report_uniqueness(const Comparison& comparison, const NameSet& key) {
         .push_back(fmt::format("drop index {};", quoted(unique.index)));
   }
   for (const auto& [problem, statements] : drops) {
-    comparison.add(problem, advice_of(comparison, kUnlessNeeded, statements));
+    comparison.add(problem, advice_of(comparison, unless_needed(statements.size()), statements));
   }
 }
 
@@ -273,17 +274,42 @@ void report_triggers(const Comparison& comparison) {
     comparison.add(
         fmt::format("trigger {} runs when rows change: what is stored may read back different, or not at all.",
                     trigger),
-        advice_of(comparison, kUnlessNeeded, {fmt::format("drop trigger {};", quoted(trigger))}));
+        advice_of(comparison, unless_needed(1), {fmt::format("drop trigger {};", quoted(trigger))}));
   }
 }
 
 }  // namespace
 
+Rehearsal::Rehearsal(const Database& database) : copy_(Database::in_memory()) {
+  const Names schema = names_of(database,
+                                "select sql from sqlite_master where sql is not null and "
+                                "name not like 'sqlite\\_%' escape '\\' order by type <> 'table', rowid;");
+  is_complete_ = run(schema);
+}
+
+bool Rehearsal::can_run(const Names& statements) const {
+  if (!is_complete_) return false;
+  run({"savepoint before;"});
+  const bool is_possible = run(statements);
+  run({"rollback to before;", "release before;"});
+  return is_possible;
+}
+
+bool Rehearsal::run(const Names& statements) const {
+  try {
+    for (const std::string& statement : statements) copy_.query(statement.c_str(), [](sqlite3_stmt*) {});
+  } catch (const FileError&) {
+    return false;
+  }
+  return true;
+}
+
 void compare(const Database& database, const TableShape& reference, const DatabaseKind& kind,
-             std::vector<Finding>& findings) {
+             const Rehearsal& rehearsal, std::vector<Finding>& findings) {
   const TableShape table = shape_of(database, reference.name);
-  const Comparison comparison{database, table, reference, kind, findings};
+  const Comparison comparison{database, table, reference, kind, rehearsal, findings};
   compare_names(comparison);
+  report_objection(comparison);
   compare_order(comparison);
   compare_uniqueness(comparison);
   report_triggers(comparison);

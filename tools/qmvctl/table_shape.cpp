@@ -76,18 +76,14 @@ std::vector<TableShape> references(const DatabaseKind& kind) {
   return shapes;
 }
 
-std::string objection_to_rows(const Database& database, const std::string& table) {
-  for (const TableShape& reference : references(database.kind())) {
-    if (reference.name != table) continue;
-    const Names values(reference.columns.size(), "null");
-    const std::string insert = fmt::format("insert into {} ({}) values ({});", table,
-                                           fmt::join(reference.columns, ", "), fmt::join(values, ", "));
-    sqlite3_stmt* compiled = nullptr;
-    const int status = sqlite3_prepare_v2(database.handle(), insert.c_str(), -1, &compiled, nullptr);
-    sqlite3_finalize(compiled);
-    return status == SQLITE_OK ? "" : sqlite3_errmsg(database.handle());
-  }
-  return "";
+std::string objection_to_rows(const Database& database, const TableShape& reference) {
+  const Names values(reference.columns.size(), "null");
+  const std::string insert = fmt::format("insert into {} ({}) values ({});", reference.name,
+                                         fmt::join(reference.columns, ", "), fmt::join(values, ", "));
+  sqlite3_stmt* compiled = nullptr;
+  const int status = sqlite3_prepare_v2(database.handle(), insert.c_str(), -1, &compiled, nullptr);
+  sqlite3_finalize(compiled);
+  return status == SQLITE_OK ? "" : sqlite3_errmsg(database.handle());
 }
 
 }  // namespace qmvctl

@@ -49,7 +49,7 @@ std::vector<TableShape> references(const DatabaseKind& kind);
 
 // What SQLite says of an insert of all columns that a table has to have; empty when it takes one, as far as can be seen
 // without a row.
-std::string objection_to_rows(const Database& database, const std::string& table);
+std::string objection_to_rows(const Database& database, const TableShape& reference);
 
 }  // namespace qmvctl
 

@@ -67,6 +67,23 @@ std::pair<dev_t, ino_t> identity_of(const std::string& file) {
   return stat(file.c_str(), &found) == 0 ? std::pair(found.st_dev, found.st_ino) : std::pair(dev_t{}, ino_t{});
 }
 
+// The log in one state of the file. A schema that another connection has changed is read before: the library's statements,
+// prepared as they are, would fail once.
+Listing look(const Database& database) {
+  const auto ignore = [](sqlite3_stmt*) {};
+  database.query("begin;", ignore);
+  Listing events;
+  try {
+    database.query("select count(*) from sqlite_master;", ignore);
+    events = list_events(database);
+  } catch (const std::runtime_error&) {
+    db_execute(database.handle(), "rollback;");
+    throw;
+  }
+  database.query("commit;", ignore);
+  return events;
+}
+
 class Follower {
  public:
   Follower(const Form& form, std::ostream& out) : form_(form), out_(out) { form_.is_growing = true; }
@@ -109,7 +126,7 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
   Follower follower(form, out);
   const auto identity = identity_of(database.file());
   int version = data_version(database);
-  Listing events = list_events(database);
+  Listing events = look(database);
   const size_t count = events.rows.size();
   follower.show(std::move(events), count - std::min(last, count));
   while (!is_over() && out) {
@@ -118,7 +135,7 @@ void follow(const Database& database, const Form& form, size_t last, std::ostrea
     const int now = data_version(database);
     if (now == version) continue;
     version = now;
-    follower.show(list_events(database), 0);
+    follower.show(look(database), 0);
   }
 }
 
