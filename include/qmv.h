@@ -55,7 +55,9 @@
  *     2.0; "raw" is a reading in the sensor's own counts, which section 36.3 converts.
  * 11. Locks. The statements of a connection from db_init(), tmp_db_init() or smash_db_init() wait for the locks of
  *     other connections without limit, in steps of 2 seconds. A function that opens a file itself does not wait.
- * 12. Files. A function that opens a file itself creates it, empty, when it is missing from a directory that exists.
+ * 12. Schema. When another connection has changed the schema of the file (tables, columns, indexes, VACUUM), the next
+ *     call that reads fails once, as it does for a failed step; the call after that succeeds.
+ * 13. Files. A function that opens a file itself creates it, empty, when it is missing from a directory that exists.
  */
 #ifndef QMV_H
 #define QMV_H

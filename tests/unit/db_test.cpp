@@ -3,6 +3,7 @@
 #include <string>
 
 #include "qmv/core.h"
+#include "qmv/profiles.h"
 #include "support/database_test.h"
 
 namespace qmv::test {
@@ -62,6 +63,25 @@ TEST_F(Db, BusyHandlerLogsSleepsTwoSecondsAndAsksForAnotherTryEachTime) {
   const LogLine busy = trace("Handler in busy");
   EXPECT_EQ(Lines({trace("Opened database(/tmp/cim.db) successfully"), busy, busy, busy}), logged());
   sqlite3_close(opened);
+}
+
+TEST_F(Db, ReadFailsOnceAfterAnotherConnectionHasChangedTheSchema) {
+  const Connection other = open(scratch() + "/cim.db");
+  sql(other.get(), "create table t (a); insert into t values (1);");
+  sqlite3* opened = nullptr;
+  db_init(&opened);
+  std::int32_t count = 0;
+  EXPECT_EQ(0, db_get_cnt(opened, &count, "t"));
+  for (const char* change : {"create table other (a);", "create index i on t (a);", "vacuum;"}) {
+    sql(other.get(), change);
+    EXPECT_EQ(SQLITE_ERROR, db_get_cnt(opened, &count, "t")) << change;
+    count = 0;
+    EXPECT_EQ(0, db_get_cnt(opened, &count, "t")) << change;
+    EXPECT_EQ(1, count);
+  }
+  logged();
+  while (sqlite3_stmt* const left = sqlite3_next_stmt(opened, nullptr)) sqlite3_finalize(left);  // the counts' own
+  EXPECT_EQ(0, sqlite3_close(opened));
 }
 
 TEST_F(Db, StatementWaitsInStepsOfTwoSecondsUntilTheLockIsReleased) {
