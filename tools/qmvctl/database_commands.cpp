@@ -19,7 +19,7 @@ const auto kKinds = [] {
 
 // "[DATABASE]": the name of a kind.
 std::shared_ptr<std::string> add_kind(CLI::App& command) {
-  const auto name = std::make_shared<std::string>();
+  auto name = std::make_shared<std::string>();
   command.add_option("database", *name, "one database alone")->type_name("DATABASE")->check(CLI::IsMember(&kKinds));
   return name;
 }
