@@ -137,9 +137,8 @@ std::string effect_of_required(const Names& required) {
 
 // The one key column of type INTEGER that SQLite fills by itself.
 constexpr const char* kIsRowid =
-    "(pk > 0 and lower(type) = 'integer' and not exists (select 1 from pragma_index_list('{0}') where origin = 'pk') "
-    "and "
-    "(select count(*) from pragma_table_info('{0}') where pk > 0) = 1)";
+    "(pk > 0 and lower(type) = 'integer' and (select count(*) from pragma_table_info('{0}') where pk > 0) = 1 "
+    "and not exists (select 1 from pragma_index_list('{0}') where origin = 'pk'))";
 
 void report_added(const Comparison& comparison, const Names& added) {
   // The library names none of them when it stores a row, so neither a default nor an expression fills these.

@@ -7,8 +7,8 @@
 
 namespace qmvctl {
 
-// A copy of a database without rows, on which statements are tried before they are advised: compiling alone does not tell
-// whether they run, since indexes, views and triggers may need what they change.
+// A copy of a database without rows, on which statements are tried before they are advised: compiling alone does not
+// tell whether they run, since indexes, views and triggers may need what they change.
 class Rehearsal {
  public:
   explicit Rehearsal(const Database& database);
