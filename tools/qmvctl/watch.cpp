@@ -67,8 +67,8 @@ std::pair<dev_t, ino_t> identity_of(const std::string& file) {
   return stat(file.c_str(), &found) == 0 ? std::pair(found.st_dev, found.st_ino) : std::pair(dev_t{}, ino_t{});
 }
 
-// The log in one state of the file. A schema that another connection has changed is read before: the library's statements,
-// prepared as they are, would fail once.
+// The log in one state of the file. A schema that another connection has changed is read before: the library's
+// statements would fail once.
 Listing look(const Database& database) {
   const auto ignore = [](sqlite3_stmt*) {};
   database.query("begin;", ignore);
